@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HostExport.h"
+
+#include <string>
+
+/// Operations on path texts and whole files.
+class HOST_EXPORT HostFileUtils {
+public:
+    /// Changes the last part of the path, by a number behind it, until nothing of that name exists.
+    static void uniquifyFilenameInDir(std::string& path);
+
+    /// Puts the current directory in front of a relative path and tidies "." and ".."; an empty path stays empty.
+    static void makeAbsolutePath(std::string& path);
+
+    /// The whole file. Raises HostError naming the file and the cause; a file above `limit` bytes is refused before it is read.
+    static std::string readFile(const std::string& path, unsigned long long limit = kDefaultReadLimit);
+
+    /// Largest plain metadata file that is read into memory: 1 GiB.
+    static constexpr unsigned long long kDefaultReadLimit = 1ULL << 30;
+
+    /// Replaces the file so that a crash leaves the old or the new one: temporary file beside it, sync, rename, directory sync.
+    /// Raises HostError naming the file and the cause.
+    static void writeFileAtomically(const std::string& path, const std::string& bytes);
+};

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HostExport.h"
+
+#include <string>
+
+/// Questions about paths.
+class HOST_EXPORT HostPathUtils {
+public:
+    /// Something stands at the path; false for an empty path.
+    static bool exists(const std::string& path);
+};

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include <string>
+
+using HostString = std::string;

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HostExport.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// One entry of an archive's directory; sizes in bytes.
+struct HostZipEntry {
+    std::string name;
+    std::uint64_t size;
+    std::uint64_t compressedSize;
+    std::uint32_t crc32;
+    bool isDirectory;
+    bool isEncrypted;
+};
+
+/// Zip archives. A name with a trailing "/" is a directory. Errors are HostError with archive, member and cause in the text.
+class HOST_EXPORT HostZip {
+public:
+    /// Largest member that is read into memory: 1 GiB.
+    static constexpr std::uint64_t kMaxMemberSize = 1ULL << 30;
+    /// A member above kRatioFloor bytes that inflates by more than this is refused.
+    static constexpr std::uint64_t kMaxRatio = 1000;
+    static constexpr std::uint64_t kRatioFloor = 100ULL << 10;
+
+    explicit HostZip(std::string archive);
+
+    /// The archive has an entry of exactly this name; false too for a file that is no archive.
+    static bool containsFile(const std::string& archive, const std::string& entry);
+
+    /// The whole member, its checksum verified. Raises HostError when it is missing, damaged, encrypted or above the limits.
+    static std::string readMember(const std::string& archive, const std::string& entry);
+
+    /// Why the file can't be opened as an archive, in a few words; "" when it can.
+    static std::string getFault(const std::string& archive);
+
+    /// All entries in directory order. Raises HostError for a file that is no archive.
+    static std::vector<HostZipEntry> getEntries(const std::string& archive);
+
+    /// Unpacks what lies below the directory `entry` into `directory`, keeping the entry's path; true when something was
+    /// unpacked. Raises HostError for a name that would land outside, before anything is written. A flag of 1 overwrites.
+    static bool uncompressDir(const std::string& archive, const std::string& entry, const std::string& directory, int flags);
+
+    /// Writes a new archive of all files below `directory`: entries sorted, times fixed, so that equal folders give equal
+    /// bytes. The archive appears whole or not at all. Raises HostError; links and special files are refused.
+    static void packDirectory(const std::string& directory, const std::string& archive);
+
+private:
+    std::string archive_;
+};

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HostExport.h"
+
+#include <boost/iostreams/categories.hpp>
+
+#include <cstddef>
+#include <ios>
+#include <istream>
+#include <memory>
+#include <string>
+
+namespace hoststream::iostreams {
+
+namespace zip {
+/// The archive has an entry of exactly this name.
+HOST_EXPORT bool is_file(const std::string& archive, const std::string& entry);
+} // namespace zip
+
+/// Input stream over one member of an archive. A member that can't be opened leaves it not open and failed; damage found while
+/// reading sets badbit.
+class HOST_EXPORT zip_istream : public std::istream {
+public:
+    zip_istream(const std::string& entry, const std::string& archive, std::ios_base::openmode mode = std::ios_base::in | std::ios_base::binary, int flags = 3);
+    ~zip_istream() override;
+    bool is_open() const;
+
+private:
+    class Buffer;
+    std::unique_ptr<Buffer> buffer_;
+};
+
+namespace device {
+/// Boost.Iostreams source over a plain file, or over one member of an archive. Construction and reading raise HostError that
+/// names archive, member and cause.
+class HOST_EXPORT file_source {
+public:
+    using char_type = char;
+    struct category : boost::iostreams::source_tag, boost::iostreams::closable_tag {};
+
+    file_source(const std::string& path, std::ios_base::openmode mode);
+    file_source(const std::string& archive, const std::string& entry, std::ios_base::openmode mode);
+
+    std::streamsize read(char* buffer, std::streamsize size);
+    void close();
+
+private:
+    struct State;
+    std::shared_ptr<State> state_;
+};
+} // namespace device
+
+} // namespace hoststream::iostreams
