@@ -22,5 +22,6 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/hzep_platformConfigVersio
 install(FILES ${PROJECT_BINARY_DIR}/hzep_platformConfig.cmake ${PROJECT_BINARY_DIR}/hzep_platformConfigVersion.cmake
   DESTINATION ${package_dir})
 
+file(RELATIVE_PATH include_from_lib ${CMAKE_INSTALL_FULL_LIBDIR} ${CMAKE_INSTALL_FULL_INCLUDEDIR}/hzep_platform)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/hzep_platform.pc.in ${PROJECT_BINARY_DIR}/hzep_platform.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/hzep_platform.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
