@@ -38,7 +38,8 @@ public:
         context_ = xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr);
         if (!context_)
             return "no memory for the parser";
-        xmlCtxtUseOptions(context_, XML_PARSE_NONET);
+        // Without document types there are only the predefined entities, which have to be substituted.
+        xmlCtxtUseOptions(context_, XML_PARSE_NONET | XML_PARSE_NOENT);
         const int code = xmlParseChunk(context_, xml.data(), static_cast<int>(xml.size()), 1);
         if (fault_.empty() && (code != XML_ERR_OK || !context_->wellFormed)) {
             const xmlError* error = xmlCtxtGetLastError(context_);
