@@ -18,8 +18,8 @@ public:
     const std::string& getType() const { return type_; }
     void setType(std::string type) { type_ = std::move(type); }
 
-    HPLCore* getCore() { return &core_; }
-    const HPLCore* getReadOnlyCore() const { return &core_; }
+    HPLCore& getCore() { return core_; }
+    const HPLCore& getReadOnlyCore() const { return core_; }
 
     /// Clock name to frequency text.
     const std::map<std::string, std::string>& getSystemClockMap() const { return systemClockMap_; }
