@@ -27,7 +27,8 @@ public:
     /// "@74-66@%s". Unless the mode excludes JSON, the platform learns the archive's canonical path, also when the answer is false.
     bool canParse(const std::string& archive, HwMetadataMode mode, std::string& entry);
 
-    /// The same for the child hardware emulation platform, whose primary member goes before the alternate one. `entry` is "" when there is none.
+    /// The same for the child hardware emulation platform, whose primary member goes before the alternate one. `entry` is "" when there is
+    /// none.
     bool canParseHwEmu(const std::string& archive, HwMetadataMode mode, std::string& entry);
 
     /// Reads the metadata of the archive. False without a word when there is none or it is empty; a member or document that can't be
@@ -49,9 +50,8 @@ public:
     std::string getAltHwEmuJsonFileNameIfExist() const;
 
 private:
-    bool parseMember_(std::string text, const std::string& archive, const std::string& entry);
+    bool parseMember_(const std::string& archive, const std::string& entry);
     void parseRoot_(boost::property_tree::ptree& root);
-    void parseDesignIntent_(boost::property_tree::ptree& intent, boost::property_tree::ptree& root);
     std::string getEntryIfExists_(const std::string& entry) const;
 
     HPLPlatform* platform_;
