@@ -65,13 +65,27 @@ inline constexpr Key<HZEPHardwareIPParam> kIpParamKeys[] = {
     IpParamRow::text<&HZEPHardwareIPParam::setInstRef>("instRef"),
 };
 
+/// Longest dotted name that nested objects of a configuration are read into. It keeps what a document can make of its text in
+/// bounds; a deeper object counts as a parameter without a value.
+inline constexpr std::size_t kMaxNestedName = 256;
+
+/// Dotted names are written as nested objects, so nested objects are read back as dotted names.
+inline void readConfiguration(HZEPDesignIPInstance& instance, Tree& object, const std::string& prefix = "") {
+    drain(object, [&](Tree::value_type& item) {
+        const std::string name = prefix + item.first;
+        if (item.second.empty() || name.size() >= kMaxNestedName)
+            instance.addConfigParam(name, item.second.data());
+        else
+            readConfiguration(instance, item.second, name + ".");
+    });
+}
+
 using DesignIpRow = Keys<HZEPDesignIPInstance>;
 inline constexpr Key<HZEPDesignIPInstance> kDesignIpInstanceKeys[] = {
     DesignIpRow::text<&HZEPDesignIPInstance::setVLNV>("vlnv"),
     DesignIpRow::text<&HZEPDesignIPInstance::setInstanceName>("instance"),
-    DesignIpRow::child<[](HZEPDesignIPInstance& instance, Tree& configuration) {
-        drain(configuration, [&instance](Tree::value_type& item) { instance.addConfigParam(item.first, item.second.data()); });
-    }>("configuration", Shape::Object),
+    DesignIpRow::child<[](HZEPDesignIPInstance& instance, Tree& configuration) { readConfiguration(instance, configuration); }>(
+        "configuration", Shape::Object),
 };
 
 } // namespace dsa_json
