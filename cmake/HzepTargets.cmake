@@ -20,6 +20,8 @@ function(hzep_test_room name)
   add_executable(test_${name} ${sources})
   target_compile_options(test_${name} PRIVATE ${HZEP_WARNINGS})
   target_link_libraries(test_${name} PRIVATE test_support hzep_platform GTest::gmock GTest::gtest_main ${arg_LINK})
+  # What a room needs beyond that stands in its room.cmake, which may use test_${name}.
+  include(${CMAKE_CURRENT_SOURCE_DIR}/${name}/room.cmake OPTIONAL)
   add_test(NAME ${name} COMMAND test_${name} --gtest_brief=1)
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()

@@ -1,0 +1,2 @@
+# Floorplan of the dynamic region.
+set_property LOCKED true [get_pblocks pblock_dynamic_SLR0]

@@ -1,0 +1,2 @@
+# Rebuilds the block design.
+create_bd_design minnow

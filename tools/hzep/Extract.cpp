@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+
+#include "Verbs.h"
+
+#include "HZEPHardwarePlatform.h"
+#include "HostFileUtils.h"
+#include "HostZip.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace {
+
+struct Options {
+    std::string archive;
+    std::string what;
+    std::string out;
+};
+
+/// The entry that a file type or an entry name stands for; a type wins.
+std::string findEntry(Session& session, const Options& options) {
+    try {
+        const auto platform = session.load(options.archive);
+        if (const auto* hardware = platform->getHardwarePlatform())
+            if (std::string entry = hardware->getFile(options.what); !entry.empty()) {
+                if (!HostZip::containsFile(options.archive, entry))
+                    throw Negative(options.archive + ": the file of type \"" + options.what + "\", \"" + entry +
+                                   "\", is not in the archive");
+                return entry;
+            }
+    } catch (const Unusable& error) {
+        if (!HostZip::containsFile(options.archive, options.what))
+            throw;
+        Session::say("warning", std::string(error.what()) + "; taken as the name of an entry");
+    }
+    if (!HostZip::containsFile(options.archive, options.what))
+        throw Negative(options.archive + ": no file type and no entry \"" + options.what + "\"; 'hzep files' lists them");
+    return options.what;
+}
+
+void extract(Session& session, const Options& options) {
+    const std::string entry = findEntry(session, options);
+    if (entry.ends_with('/'))
+        throw Negative(options.archive + ": \"" + entry + "\" is a directory");
+    std::string bytes;
+    try {
+        bytes = HostZip::readMember(options.archive, entry);
+    } catch (const std::exception& error) {
+        throw Unusable(error.what());
+    }
+    if (options.out == "-") {
+        session.out() << bytes;
+        return;
+    }
+    const std::string out = options.out.empty() ? std::filesystem::path(entry).filename().string() : options.out;
+    try {
+        HostFileUtils::writeFileAtomically(out, bytes);
+    } catch (const std::exception& error) {
+        throw Unusable(error.what());
+    }
+}
+
+} // namespace
+
+void addExtract(CLI::App& app, Session& session) {
+    auto options = std::make_shared<Options>();
+    CLI::App* verb = app.add_subcommand("extract", "Take one file out of an archive");
+    verb->add_option("ARCHIVE", options->archive, "An archive (.dsa, .kar)")->required();
+    verb->add_option("TYPE|ENTRY", options->what, "A file type such as HPFM, in any case, or the name of an entry")->required();
+    verb->add_option("-o,--output", options->out, "The file to write, '-' for standard output; else the entry's own name, here");
+    verb->footer("Example: hzep extract card/hw/card.kar META_JSON -o card.json");
+    verb->callback([options, &session] { extract(session, *options); });
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+
+#pragma once
+
+#include "HZEPPlatform.h"
+#include "HostMsgMgr.h"
+
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+/// The answer is no: not found, not supported. Exit status 1.
+class Negative : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Wrong usage, or input that can't be read. Exit status 2.
+class Unusable : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// One run of the program: results go to stdout, all that the library says on the way to stderr.
+class Session {
+public:
+    Session();
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Where the result goes.
+    std::ostream& out() { return out_; }
+
+    /// Flushes the result; raises Unusable when it could not be written whole.
+    void finish();
+
+    /// One line on stderr, of the form "hzep: severity: text".
+    static void say(const std::string& severity, const std::string& text);
+
+    /// The platform at the path. Raises Unusable with the path, the place and the cause.
+    std::shared_ptr<HZEPPlatform> load(const std::string& path);
+
+    /// What the C entry point returns for the path. Raises Unusable as load does.
+    std::string getDocument(const std::string& path, bool isShort);
+
+    /// stdout is a terminal.
+    static bool isTerminal();
+
+private:
+    template <class Read>
+    auto read(const std::string& path, Read read);
+    std::string describeFailure(const std::string& path, const std::string& conclusion);
+    void forwardMessages();
+
+    std::ostream out_;
+    HostMsgMgr::Sink earlierSink_;
+    std::vector<HostMsg> messages_;
+};

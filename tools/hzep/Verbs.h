@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+
+#pragma once
+
+#include "Session.h"
+
+#include <CLI/CLI.hpp>
+
+/// Each verb adds its subcommand; the subcommand's callback does the work and answers by exceptions of Session.h.
+void addShow(CLI::App& app, Session& session);
+void addFiles(CLI::App& app, Session& session);
+void addExtract(CLI::App& app, Session& session);
+void addPack(CLI::App& app, Session& session);

@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: Apache-2.0
+# SPDX-FileCopyrightText: the hzep platform authors
+# Sourced by ./run and ./test: installs what is missing, and builds a preset.
+
+# ensure_packages TOP: installs the Debian packages of tools/packages.txt that are missing.
+ensure_packages() {
+    local wanted missing sudo=
+    mapfile -t wanted < <(grep -v '^#' "$1/tools/packages.txt")
+    mapfile -t missing < <(comm -23 <(printf '%s\n' "${wanted[@]}" | sort) \
+        <(dpkg-query -W -f '${db:Status-Status} ${binary:Package}\n' | sed -n 's/^installed \([^:]*\).*/\1/p' | sort -u))
+    [ ${#missing[@]} -eq 0 ] && return
+    echo "Installing from Debian: ${missing[*]}" >&2
+    [ "$(id -u)" -eq 0 ] || sudo=sudo
+    { $sudo apt-get update -qq && $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"; } \
+        >/dev/null || { echo "These Debian packages could not be installed: ${missing[*]}" >&2; exit 2; }
+}
+
+# build_preset TOP PRESET: configures when needed and builds; all that is said goes to stderr, and nothing when nothing is to be done.
+build_preset() {
+    local dir="$1/build/$2" log
+    log=$(mktemp)
+    if [ ! -f "$dir/build.ninja" ]; then
+        cmake -S "$1" --preset "$2" >"$log" 2>&1 || { cat "$log" >&2; rm -f "$log"; exit 2; }
+    fi
+    if ! ninja -C "$dir" -n | grep -q 'no work to do'; then
+        echo "Building ($2) ..." >&2
+        ninja -C "$dir" >"$log" 2>&1 || { grep -vE '^\[[0-9]+/[0-9]+\] [A-Z][a-z]+ing ' "$log" >&2; rm -f "$log"; exit 2; }
+    fi
+    rm -f "$log"
+}
