@@ -7,7 +7,7 @@
 //   ! TEXT           a line of standard error
 //   ...              any lines of standard output; "! ..." the same for standard error
 //   ? N              the exit status, 0 where it is not told
-// A blank line or one that begins with "#" between commands is a comment.
+// A blank line or one that begins with "## " is a comment.
 
 #include "CommandLine.h"
 
@@ -34,7 +34,7 @@ std::vector<Step> readScript(const std::string& path) {
     for (int number = 1; std::getline(in, line); ++number) {
         if (line.starts_with("$ "))
             steps.push_back({number, line.substr(2), {}, {}});
-        else if (line.empty() || line[0] == '#')
+        else if (line.empty() || line.starts_with("## "))
             continue;
         else if (line.starts_with("! "))
             steps.back().err.push_back(line.substr(2));
