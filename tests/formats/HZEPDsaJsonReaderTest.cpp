@@ -130,7 +130,12 @@ TEST(HZEPDsaJsonReader, BadDocumentsAreToldOnceAndAnswerFalse) {
     const auto part = [](const char* text) {
         return R"({"devices": [{"name": "fpga0", "fpgaPart": ")" + std::string(text) + R"(", "core": {}}]})";
     };
-    const auto member = [](const std::string& content) { return ZipBuilder::Member{.name = "kar.json", .content = content}; };
+    const auto member = [](const std::string& content) {
+        ZipBuilder::Member made;
+        made.name = "kar.json";
+        made.content = content;
+        return made;
+    };
     ZipBuilder::Member badChecksum = member(good);
     badChecksum.crc = 1;
     ZipBuilder::Member encrypted = member(good);
