@@ -62,15 +62,6 @@ void drain(Tree& list, Take take) {
     }
 }
 
-template <class Part>
-Part& dereference(Part* part) {
-    return *part;
-}
-template <class Part>
-Part& dereference(Part& part) {
-    return part;
-}
-
 template <class Setter>
 struct Argument {
     using Type = long;
@@ -147,11 +138,11 @@ struct Keys {
                 }>};
     }
 
-    /// An object that the model gives out for filling, by pointer or by reference.
+    /// An object that the model gives out for filling.
     template <auto Part, const auto& Table>
     static constexpr Row object(const char* name) {
         return {{name, Shape::Object, &membersOf<Table>},
-                withChild<[](Model& model, Tree& child) { fill(dereference(std::invoke(Part, model)), child, Table); }>};
+                withChild<[](Model& model, Tree& child) { fill(std::invoke(Part, model), child, Table); }>};
     }
 
     /// A list of objects, for each of which the model gives a new element for filling.

@@ -281,7 +281,7 @@ inline constexpr Key<HPLPlatform> kPlatformKeys[] = {
     Root::optionalText<&HPLPlatform::setDrBdInstName>("drBdInstName"),
     Root::optionalFlag<&HPLPlatform::setRM>("rm"),
     Root::records<Pair, kResourceKeys, &addResource>("resources"),
-    Root::object<[](HPLPlatform& platform) -> HPLBoard& { return platform.getBoard(); }, kBoardKeys>("board"),
+    Root::object<&HPLPlatform::getBoard, kBoardKeys>("board"),
     Root::list<&HPLPlatform::addDevice, kDeviceKeys>("devices"),
     Root::list<&HPLPlatform::addInterface, kInterfaceKeys>("interfaces"),
     Root::list<&HPLPlatform::addMemory, kMemoryKeys>("memories"),
