@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HZEPExport.h"
+
+#include <boost/property_tree/json_parser/error.hpp>
+#include <boost/property_tree/ptree.hpp>
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+
+/// JSON text to property tree and back, with the trees, bytes and exceptions of boost::property_tree's own functions, but bounded in
+/// depth, strict about UTF-8, and faster.
+class HZEP_EXPORT HZEPJSONText {
+public:
+    /// Deepest nesting of objects and arrays that is read.
+    static constexpr std::size_t kMaxDepth = 1000;
+
+    /// Replaces `out` by the text's tree. Raises boost::property_tree::json_parser_error with the line and leaves `out` as it is for a
+    /// text that is no JSON, is nested deeper than kMaxDepth, or holds bytes that are no UTF-8.
+    static void read(const std::string& text, boost::property_tree::ptree& out);
+
+    /// The same with the file's name in the exception; a file that can't be read raises it too, with line 0.
+    static void readFile(const std::string& path, boost::property_tree::ptree& out);
+
+    /// Pretty-printed, with a line end at the end. Raises json_parser_error for a tree that can't be JSON or a stream that fails.
+    static void write(std::ostream& stream, const boost::property_tree::ptree& tree);
+};
