@@ -49,7 +49,7 @@ TEST(Compiler, WhatItDoesNotKnowStopsItWithFileAndLine) {
         {schema("<xs:complexType name='T'/><xs:element name='a' type='T'/>\n<xs:element name='b' type='T'/>"), 3, "already that of"},
         {schema("<xs:complexType name='T'/>\n<xs:complexType name='T'/>"), 3, "declared twice"},
         {schema("<xs:group name='g'><xs:sequence>\n<xs:group ref='g'/></xs:sequence></xs:group>"), 2, "holds itself"},
-        {schema("text"), 1, "only elements may stand here"},
+        {schema("text<!-- -->"), 2, "only elements may stand here"},
         {type("<xs:all/>"), 3, "'all'"},
         {type("<xs:anyAttribute/>"), 3, "'anyAttribute'"},
         {type("<xs:sequence/><xs:attribute name='x' type='xs:int'/>"), 3, "the type 'xs:int' is not known"},
