@@ -5,6 +5,7 @@
 #include "JSONObjectWriter.h"
 #include "JSONSerializable.h"
 
+#define BOOST_BIND_GLOBAL_PLACEHOLDERS
 #include <boost/property_tree/json_parser.hpp>
 
 #include <sstream>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
-#include "DocumentText.h"
 #include "HPLPlatform.h"
+#include "document_text.h"
 
 #include <gtest/gtest.h>
 

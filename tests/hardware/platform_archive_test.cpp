@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
-#include "DocumentText.h"
 #include "HPLPlatform.h"
 #include "HostEnv.h"
 #include "HostErrors.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
+#include "document_text.h"
 
 #include <gtest/gtest.h>
 
@@ -131,7 +131,9 @@ TEST_F(PlatformArchive, CreatesNothingWhenThereIsNothingToExtract) {
 
 TEST_F(PlatformArchive, TellsWhenTheEntryIsDamaged) {
     HPLPlatform platform;
-    ZipBuilder::Member damaged{.name = "a", .content = "text"};
+    ZipBuilder::Member damaged;
+    damaged.name = "a";
+    damaged.content = "text";
     damaged.crc = 1;
     platform.setPlatformFile(ZipBuilder(dir_.path("plat.kar")).add(damaged).write());
     EXPECT_FALSE(platform.extractFileFromPlatform("a", dir_.path("a")));

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
-#include "DocumentText.h"
 #include "HPLBoard.h"
 #include "HPLMemory.h"
 #include "HZEPDesignIPInstance.h"
@@ -9,6 +8,7 @@
 #include "HZEPReconfigPartition.h"
 #include "HZEPSystemClock.h"
 #include "HostErrors.h"
+#include "document_text.h"
 
 #include <gtest/gtest.h>
 
