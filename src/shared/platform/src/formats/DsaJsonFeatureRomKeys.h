@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "DsaJsonKeys.h"
+#include "HZEPHardwareFeatureRom.h"
+#include "HostConvert.h"
+
+#include <algorithm>
+#include <cstdint>
+
+/// The feature ROM: decimal texts, hexadecimal texts and names in fixed fields.
+namespace dsa_json {
+
+using RomName = unsigned char[64];
+
+template <auto Set>
+void setRomName(HZEPHardwareFeatureRom& rom, const std::string& text) {
+    // One byte stays zero, so that the setter always finds its terminator.
+    RomName name = {};
+    std::copy_n(text.begin(), std::min(text.size(), sizeof name - 1), name);
+    (rom.*Set)(name);
+}
+
+template <unsigned Index>
+void setCdmaBaseAddress(HZEPHardwareFeatureRom& rom, const std::string& text) {
+    std::uint32_t address = 0;
+    HostConvert::hexToDataLittleEndian(text, &address, sizeof address);
+    rom.setCDMABaseAddress(Index, address);
+}
+
+using RomRow = Keys<HZEPHardwareFeatureRom>;
+inline constexpr Key<HZEPHardwareFeatureRom> kFeatureBitMapKeys[] = {
+    RomRow::text<[](HZEPHardwareFeatureRom& rom, const std::string& text) {
+        std::uint64_t bits = 0;
+        HostConvert::hexToDataLittleEndian(text, &bits, sizeof bits);
+        rom.setFeatureBitMap(bits);
+    }>("value"),
+    RomRow::writtenOnly("unifiedPlatform"),
+    RomRow::writtenOnly("auroraLink"),
+    RomRow::writtenOnly("boardMgmt"),
+    RomRow::writtenOnly("boardScheduler"),
+    RomRow::writtenOnly("promType"),
+    RomRow::writtenOnly("debugType"),
+    RomRow::writtenOnly("peerToPeer"),
+    RomRow::writtenOnly("uuid"),
+    RomRow::writtenOnly("clockThrottling"),
+    RomRow::writtenOnly("passthruTrans"),
+};
+
+inline constexpr Key<HZEPHardwareFeatureRom> kFeatureRomKeys[] = {
+    RomRow::number<&HZEPHardwareFeatureRom::setMajorVersion>("majorVersion"),
+    RomRow::number<&HZEPHardwareFeatureRom::setMinorVersion>("minorVersion"),
+    RomRow::number<&HZEPHardwareFeatureRom::setDruvelBuildID>("druvelBuildID"),
+    RomRow::number<&HZEPHardwareFeatureRom::setIPBuildID>("ipBuildID"),
+    RomRow::number<&HZEPHardwareFeatureRom::setTimeSinceEpoch>("timeSinceEpoch"),
+    RomRow::text<&setRomName<&HZEPHardwareFeatureRom::setFPGAPartName>>("fpgaPartName"),
+    RomRow::text<&setRomName<&HZEPHardwareFeatureRom::setVBNVName>>("vbnvName"),
+    RomRow::number<&HZEPHardwareFeatureRom::setDDRChannelCount>("ddrChannelCount"),
+    RomRow::number<&HZEPHardwareFeatureRom::setDDRChannelSize>("ddrChannelSize"),
+    // Written in base 16 and read in base 10 all the same: what is written comes back as 0.
+    RomRow::number<&HZEPHardwareFeatureRom::setDRBaseAddress>("drBaseAddress"),
+    RomRow::object<std::identity{}, kFeatureBitMapKeys>("featureBitMap"),
+    RomRow::text<[](HZEPHardwareFeatureRom& rom, const std::string& text) { rom.setUUID(text); }>("uuid"),
+    RomRow::text<&setCdmaBaseAddress<0>>("cdmaBaseAddress0"),
+    RomRow::text<&setCdmaBaseAddress<1>>("cdmaBaseAddress1"),
+    RomRow::text<&setCdmaBaseAddress<2>>("cdmaBaseAddress2"),
+    RomRow::text<&setCdmaBaseAddress<3>>("cdmaBaseAddress3"),
+    RomRow::optionalNumber<&HZEPHardwareFeatureRom::setMaxTempLimit>("maxTempLimit"),
+    RomRow::optionalNumber<&HZEPHardwareFeatureRom::setMaxPowerLimit>("maxPowerLimit"),
+};
+
+} // namespace dsa_json

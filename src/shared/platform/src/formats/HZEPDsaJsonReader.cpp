@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#include "HZEPDsaJsonReader.h"
+
+#include "DsaJsonPlatformKeys.h"
+#include "HPLPlatform.h"
+#include "HZEPJSONText.h"
+#include "HostFile.h"
+#include "HostMsgMgr.h"
+#include "HostPathUtils.h"
+#include "HostZip.h"
+#include "HostZipSession.h"
+#include "HostZipStreams.h"
+
+#include <boost/property_tree/ptree.hpp>
+
+#include <exception>
+
+using boost::property_tree::ptree;
+using zep_platform::PlatformLoader;
+
+namespace {
+
+void complain(const char* key, std::vector<std::string> args) {
+    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, key, std::move(args));
+}
+
+} // namespace
+
+HZEPDsaJsonReader::HZEPDsaJsonReader(HPLPlatform* platform) : platform_(platform) {}
+
+bool HZEPDsaJsonReader::canParse(const std::string& archive, HwMetadataMode mode, std::string& entry) {
+    if (!HostPathUtils::exists(archive)) {
+        complain("@74-66@%s", {archive});
+        return false;
+    }
+    archive_ = archive;
+    if (mode == PlatformLoader::XmlOnly)
+        return false;
+    platform_->setPlatformFile(HostFile::getCanonicalName(archive));
+
+    const HostZipSession session(archive);
+    const std::string alternate = platform_->getAltJsonFileName();
+    const std::string primary = platform_->getJsonFileName();
+    const bool hasAlternate = HostZip::containsFile(archive, alternate);
+    const bool hasPrimary = HostZip::containsFile(archive, primary);
+    if (!hasAlternate && !hasPrimary)
+        return false;
+    entry = mode == PlatformLoader::PreferAlternateJson && hasAlternate ? alternate : primary;
+    return mode != PlatformLoader::PrimaryJsonOnly || hasPrimary;
+}
+
+bool HZEPDsaJsonReader::canParseHwEmu(const std::string& archive, HwMetadataMode mode, std::string& entry) {
+    if (mode == PlatformLoader::XmlOnly)
+        return false;
+    std::string unused;
+    if (!canParse(archive, mode, unused))
+        return false;
+    // The primary member goes first here, unlike in canParse; archives rely on both.
+    entry = getHwEmuJsonFileNameIfExist();
+    if (entry.empty() && mode != PlatformLoader::PrimaryJsonOnly)
+        entry = getAltHwEmuJsonFileNameIfExist();
+    return !entry.empty();
+}
+
+bool HZEPDsaJsonReader::parseDSA(const std::string& archive, HwMetadataMode mode) {
+    const HostZipSession session(archive);
+    std::string entry;
+    return canParse(archive, mode, entry) && parseMember_(archive, entry);
+}
+
+bool HZEPDsaJsonReader::parseHwEmuKAR(const std::string& archive, HwMetadataMode mode) {
+    const HostZipSession session(archive);
+    std::string entry;
+    if (!canParseHwEmu(archive, mode, entry))
+        return false;
+    if (!hoststream::iostreams::zip_istream(entry, archive).is_open()) {
+        complain("@74-67@%s%s", {archive, entry});
+        return false;
+    }
+    if (!parseMember_(archive, entry))
+        return false;
+    // Only now: the mark redirects the names of members, also while a document is read.
+    platform_->setIsChildHardwareEmuPlatform(true);
+    return true;
+}
+
+bool HZEPDsaJsonReader::parseMember_(const std::string& archive, const std::string& entry) {
+    try {
+        ptree root;
+        {
+            // The text goes before the model comes: tree and model are large enough.
+            const std::string text = HostZip::readMember(archive, entry);
+            if (text.empty())
+                return false;
+            HZEPJSONText::read(text, root);
+        }
+        parseRoot_(root);
+        return true;
+    } catch (const std::exception& error) {
+        complain("@74-64@%s%s%s", {entry, archive, error.what()});
+    } catch (...) {
+        complain("@74-63@%s%s", {entry, archive});
+    }
+    return false;
+}
+
+bool HZEPDsaJsonReader::parseFile(const std::string& jsonPath) {
+    if (!HostFile::isRegularFile(jsonPath))
+        return false;
+    try {
+        ptree root;
+        HZEPJSONText::readFile(jsonPath, root);
+        parseRoot_(root);
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+bool HZEPDsaJsonReader::parseJsonString(const std::string& text) {
+    if (text.empty())
+        return false;
+    ptree root;
+    HZEPJSONText::read(text, root);
+    parseRoot_(root);
+    return true;
+}
+
+std::string HZEPDsaJsonReader::getHwEmuJsonFileNameIfExist() const {
+    return getEntryIfExists_(platform_->getHwEmuJsonFileName());
+}
+
+std::string HZEPDsaJsonReader::getAltHwEmuJsonFileNameIfExist() const {
+    return getEntryIfExists_(platform_->getAltHwEmuJsonFileName());
+}
+
+std::string HZEPDsaJsonReader::getEntryIfExists_(const std::string& entry) const {
+    return HostZip::containsFile(archive_, entry) ? entry : "";
+}
+
+void HZEPDsaJsonReader::parseRoot_(ptree& root) {
+    dsa_json::fill(*platform_, root, dsa_json::kPlatformKeys);
+}

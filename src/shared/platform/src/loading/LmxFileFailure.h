@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "lmx60.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+/// Why an XML file could not be read; line 0 when the fault has no line.
+struct LmxFileFailure {
+    std::string text;
+    int line;
+
+    /// Prints the two lines that tell of the failure to the standard output; returns them joined by a line feed.
+    std::string print(const std::string& heading, const std::string& file) const;
+};
+
+/// Reads `file` whole into a `Root` and hands that to `use`. Answers what went wrong in reading; foreign exceptions pass.
+template <class Root, class Use>
+std::optional<LmxFileFailure> readLmxFile(const std::string& file, const Use& use) {
+    try {
+        lmx60::elmx_error code;
+        const Root root(file.c_str(), &code);
+        if (code != lmx60::ELMX_OK)
+            return LmxFileFailure{lmx60::get_error_description(code), 0};
+        use(root);
+        return std::nullopt;
+    } catch (const lmx60::c_lmx_reader_exception& e) {
+        return LmxFileFailure{e.what(), static_cast<int>(e.get_line())};
+    } catch (const lmx60::c_lmx_exception& e) {
+        return LmxFileFailure{e.what(), 0};
+    }
+}
