@@ -5,12 +5,16 @@
 #include "LoadingFixture.h"
 #include "c_api_test.h"
 
+#include "HZEPHardwarePlatform.h"
 #include "HZEPJSONText.h"
 #include "HZEPPlatform.h"
 #include "HostErrors.h"
 #include "PlatformLoader.h"
 #include "hzep_c_api.h"
 
+#include <boost/algorithm/string/replace.hpp>
+
+#include <map>
 #include <memory>
 
 namespace {
@@ -25,6 +29,23 @@ Text getShortDocument(const std::string& path) {
     return Text(hzep_get_short_platform_json(path.c_str()), hzep_free_json_string);
 }
 
+/// A path as JSON text has it.
+std::string escaped(const std::string& path) {
+    return boost::algorithm::replace_all_copy(path, "/", "\\/");
+}
+
+std::string filled(std::string text, const std::map<std::string, std::string>& values) {
+    for (const auto& [mark, value] : values)
+        boost::algorithm::replace_all(text, mark, value);
+    return text;
+}
+
+/// The object's document as it stands two levels deep.
+std::string nested(const zep_platform::JSONSerializable& object) {
+    const std::string text = boost::algorithm::replace_all_copy(renderJson(object), "\n", "\n        ");
+    return text.substr(0, text.find_last_of('}') + 1);
+}
+
 TEST(Document, OfAPlatformWithEverything) {
     TempDir dir;
     writeArchive(dir, "hw/a.kar", "hardware");
@@ -34,14 +55,75 @@ TEST(Document, OfAPlatformWithEverything) {
     const Text text = getDocument(path);
     ASSERT_TRUE(text);
 
-    std::string expected = R"(@DOCUMENT@)";
+    const auto platform = zep_platform::PlatformLoader(path).load();
+    const std::string expected = filled(R"({
+    "vendor": "orrin",
+    "name": "heron",
+    "description": "A heron",
+    "uniqueName": "@DIR@\/p.zpfm",
+    "version": "1.50",
+    "type": "Dorik",
+    "unified": "false",
+    "zpfm": "true",
+    "hardware": "true",
+    "softwareEmulation": "true",
+    "hardwareEmulation": "true",
+    "hardwareEmuPlatform": "false",
+    "hidden": "false",
+    "file": "@DIR@\/p.zpfm",
+    "hwFile": "@DIR@\/hw\/a.kar",
+    "hwEmuFile": "@DIR@\/hw\/e.kar",
+    "swFile": "@DIR@\/sw\/p.spfm",
+    "directory": "@DIR@",
+    "targetCategories": [
+        "Acceleration"
+    ],
+    "hardwarePlatforms": {
+        "hardwarePlatform": @HARDWARE@,
+        "hwEmuPlatform": @EMULATION@
+    },
+    "softwarePlatform": {
+        "defaultConfig": "linux",
+        "systemConfigurations": [
+            {
+                "name": "linux",
+                "prettyName": "Linux",
+                "description": "A system",
+                "defaultProcessorGroup": "a53",
+                "qemu": "false",
+                "processorGroups": [
+                    {
+                        "name": "a53",
+                        "prettyName": "A53",
+                        "cpuType": "cortex-a53",
+                        "osPrettyName": "Linux",
+                        "osName": "linux",
+                        "osHypervisorGuest": "false"
+                    }
+                ],
+                "runtimes": [
+                    "ocl"
+                ]
+            }
+        ]
+    }
+}
+)",
+                                        {{"@DIR@", escaped(dir.path())},
+                                         {"@HARDWARE@", nested(*platform->getHardwarePlatform())},
+                                         {"@EMULATION@", nested(*platform->getHardwareEmulationPlatform())}});
     EXPECT_EQ(text.get(), expected);
     EXPECT_EQ(getDocumentLengthFromC(path.c_str()), expected.size());
 
     const Text brief = getShortDocument(path);
     ASSERT_TRUE(brief);
-    EXPECT_EQ(std::string(brief.get()),
-              "{\n    \"uniqueName\": \"" + path + "\",\n    \"file\": \"" + path + "\",\n    \"description\": \"A heron\"\n}\n");
+    EXPECT_EQ(brief.get(), filled(R"({
+    "uniqueName": "@DIR@\/p.zpfm",
+    "file": "@DIR@\/p.zpfm",
+    "description": "A heron"
+}
+)",
+                                  {{"@DIR@", escaped(dir.path())}}));
 }
 
 TEST(Document, OfPartitionsHasTheirDefaultOutside) {

@@ -20,13 +20,14 @@ bool zip::is_file(const std::string& archive, const std::string& entry) {
 
 class zip_istream::Buffer : public std::streambuf {
 public:
-    Buffer(const std::string& entry, const std::string& archive) : member_(archive, entry, HostZip::kMaxUnpackedSize), bytes_(64 << 10) {}
+    Buffer(zip_istream& stream, const std::string& entry, const std::string& archive)
+        : stream_(stream), member_(archive, entry, HostZip::kMaxUnpackedSize), bytes_(64 << 10) {}
 
 protected:
-    /// What this raises, the stream turns into badbit.
+    /// Damage ends the content here and in the stream's state: who reads the buffer itself gets no exception.
     int_type underflow() override {
         if (gptr() == egptr()) {
-            const std::size_t got = member_.read(bytes_.data(), bytes_.size());
+            const std::size_t got = fill();
             setg(bytes_.data(), bytes_.data(), bytes_.data() + got);
             if (got == 0)
                 return traits_type::eof();
@@ -35,13 +36,25 @@ protected:
     }
 
 private:
+    std::size_t fill() {
+        if (stream_.bad())
+            return 0;
+        try {
+            return member_.read(bytes_.data(), bytes_.size());
+        } catch (const HostError&) {
+            stream_.setstate(std::ios_base::badbit);
+            return 0;
+        }
+    }
+
+    zip_istream& stream_;
     HostZipMember member_;
     std::vector<char> bytes_;
 };
 
 zip_istream::zip_istream(const std::string& entry, const std::string& archive, std::ios_base::openmode, int) : std::istream(nullptr) {
     try {
-        buffer_ = std::make_unique<Buffer>(entry, archive);
+        buffer_ = std::make_unique<Buffer>(*this, entry, archive);
         rdbuf(buffer_.get());
     } catch (const HostError&) {
         setstate(std::ios_base::failbit);

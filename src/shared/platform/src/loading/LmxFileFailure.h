@@ -21,14 +21,14 @@ struct LmxFileFailure {
 template <class Root, class Use>
 std::optional<LmxFileFailure> readLmxFile(const std::string& file, const Use& use) {
     try {
-        lmx60::elmx_error code;
+        lmx60::elmx_error code = lmx60::error_none;
         const Root root(file.c_str(), &code);
-        if (code != lmx60::ELMX_OK)
+        if (code != lmx60::error_none)
             return LmxFileFailure{lmx60::get_error_description(code), 0};
         use(root);
         return std::nullopt;
     } catch (const lmx60::c_lmx_reader_exception& e) {
-        return LmxFileFailure{e.what(), static_cast<int>(e.get_line())};
+        return LmxFileFailure{e.what(), e.get_line()};
     } catch (const lmx60::c_lmx_exception& e) {
         return LmxFileFailure{e.what(), 0};
     }
