@@ -18,7 +18,7 @@ function(hzep_test_room name)
   cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.c)
   add_executable(test_${name} ${sources})
-  target_compile_options(test_${name} PRIVATE ${HZEP_WARNINGS})
+  target_compile_options(test_${name} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${HZEP_WARNINGS}>" "$<$<COMPILE_LANGUAGE:C>:-Wall;-Wextra;-Wpedantic;-Werror>")
   target_link_libraries(test_${name} PRIVATE test_support hzep_platform GTest::gmock GTest::gtest_main ${arg_LINK})
   # What a room needs beyond that stands in its room.cmake, which may use test_${name}.
   include(${CMAKE_CURRENT_SOURCE_DIR}/${name}/room.cmake OPTIONAL)

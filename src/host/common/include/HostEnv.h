@@ -24,7 +24,8 @@ public:
     static void setVersion(const std::string& major, const std::string& minor);
 
     /// Absolute path of a writable directory: the one set, else a private directory of this process (mode 0700), made on first
-    /// call and removed at exit. Raises HostError when none can be made.
+    /// call below $TMPDIR or else /tmp, and removed at exit; a forked process gets its own. Setting "" goes back to the private one.
+    /// Raises HostError when none can be made.
     static std::string getHostTmpDir();
     static void setHostTmpDir(const std::string& directory);
 };

@@ -34,7 +34,7 @@ public:
     /// Replaces the sink and returns the one before. An empty sink drops messages.
     Sink setSink(Sink sink);
 
-    /// Hands one message to the sink.
+    /// Hands one message to the sink. What a sink itself sends is printed to stderr; what it raises goes on to the sender.
     void send(const std::string& topic, unsigned severityMask, const std::string& key, std::vector<std::string> args = {});
 
     /// The catalog's words for a message, its arguments filled in; a key that the catalog lacks gives the key and the arguments.

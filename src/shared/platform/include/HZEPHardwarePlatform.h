@@ -379,12 +379,15 @@ public:
 private:
     std::size_t getMemoryResourceBusInterfacesIndexed_(BusInterfaces& out) const;
     std::size_t getMemoryResourceBusInterfacesNonIndexed_(BusInterfaces& out) const;
+    BusInterfaces getMemoryInterfaces_() const;
     bool isUniqueMemoryType_(const std::string& type) const;
-    unsigned countBusInterfaces_(const std::string& type, const std::string& mode) const;
+    unsigned countBusInterfaces_(const char* type, const char* mode) const;
     bool isFlatShellIn_(PlatformState state) const;
     bool hasHardwareDef_() const;
     std::string makeEntryName_(const std::string& prefix, const std::string& extension) const;
     void writeVcePartitions(zep_platform::JSONObjectWriter& writer) const;
+    void writeResources_(zep_platform::JSONObjectWriter& writer) const;
+    void writeSystemClocks_(zep_platform::JSONObjectWriter& writer) const;
 
     bool unifiedPlatform_ = false;
     bool expandable_ = true;

@@ -37,6 +37,16 @@ public:
         items_.erase(at);
     }
 
+    template <class Matches>
+    void removeIf(Matches matches) {
+        std::erase_if(items_, [&matches](T* item) {
+            if (!matches(*item))
+                return false;
+            delete item;
+            return true;
+        });
+    }
+
     const std::vector<T*>& items() const { return items_; }
     void appendTo(std::vector<T*>& out) const { out.insert(out.end(), items_.begin(), items_.end()); }
 

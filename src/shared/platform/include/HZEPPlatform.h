@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "HZEPOwnedList.h"
 #include "JSONSerializable.h"
 
 #include <cstdint>
@@ -155,8 +156,8 @@ private:
     std::string hardwareEmuPlatformFile_;
     HZEPHardwarePlatform* hardwarePlatform_ = nullptr;
     HZEPHardwarePlatform* hardwareEmulationPlatform_ = nullptr;
-    std::vector<HZEPReconfigurablePartition*> reconfigurablePartitions_;
-    std::vector<HZEPSoftwarePlatform*> softwarePlatforms_;
+    HZEPOwnedList<HZEPReconfigurablePartition> reconfigurablePartitions_;
+    HZEPOwnedList<HZEPSoftwarePlatform> softwarePlatforms_;
     HZEPHardwarePlatform* defaultRPHardwarePlatform_ = nullptr;
     HZEPHardwarePlatform* defaultRPHardwareEmulationPlatform_ = nullptr;
     bool zpfm_ = false;

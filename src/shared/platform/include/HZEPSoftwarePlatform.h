@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "HZEPOwnedList.h"
 #include "HostVector.h"
 #include "JSONSerializable.h"
 
@@ -24,8 +25,7 @@ public:
 
     /// A new, empty configuration at the end of the list.
     HZEPSystemConfig* addSystemConfig();
-    const std::vector<HZEPSystemConfig*>& getSystemConfig() const { return systemConfigs_; }
-    std::vector<HZEPSystemConfig*>& getSystemConfig() { return systemConfigs_; }
+    const std::vector<HZEPSystemConfig*>& getSystemConfig() const { return systemConfigs_.items(); }
     /// Appends all.
     void getSystemConfigs(HostVector<HZEPSystemConfig*>& out) const;
 
@@ -56,7 +56,7 @@ public:
     std::size_t getSystemConfigNames(HostVector<std::string>& out, const std::string& libraryType) const;
 
 private:
-    std::vector<HZEPSystemConfig*> systemConfigs_;
+    HZEPOwnedList<HZEPSystemConfig> systemConfigs_;
     std::string defaultConfigName_;
     std::string linuxRootFileSystemPath_;
 };

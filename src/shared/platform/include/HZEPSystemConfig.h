@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "HZEPOwnedList.h"
 #include "HostVector.h"
 #include "JSONSerializable.h"
 
@@ -69,6 +70,6 @@ private:
     bool supportsQemu_ = false;
     std::vector<std::string> runtimes_;
     std::vector<std::string> processorGroupNames_;
-    std::vector<HZEPProcessorGroup*> processorGroups_;
-    std::vector<HZEPBootImg*> bootImgs_;
+    HZEPOwnedList<HZEPProcessorGroup> processorGroups_;
+    HZEPOwnedList<HZEPBootImg> bootImgs_;
 };

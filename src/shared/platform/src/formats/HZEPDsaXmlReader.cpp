@@ -83,7 +83,7 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
                 const std::string text = HostZip::readMember(path_, member);
                 code = root.Unmarshal(text.data(), text.size(), nullptr);
             }
-            if (code == 0)
+            if (code == lmx60::error_none)
                 answer = use(root);
             return code;
         });

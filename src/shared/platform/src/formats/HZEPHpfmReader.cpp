@@ -54,7 +54,7 @@ bool HZEPHpfmReader::parseStream() {
     const auto failure = catchLmxFailure([this] {
         Repository repository;
         const lmx60::elmx_error code = repository.Unmarshal(hpfmText_.data(), hpfmText_.size(), nullptr);
-        if (code == 0)
+        if (code == lmx60::error_none)
             parseRepository(repository);
         return code;
     });

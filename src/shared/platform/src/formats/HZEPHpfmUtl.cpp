@@ -75,7 +75,7 @@ void HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(const std::string& path) {
     Repository repository;
     const auto failure = catchLmxFailure([&] {
         const lmx60::elmx_error code = repository.Unmarshal(path.c_str(), nullptr);
-        if (code == 0) {
+        if (code == lmx60::error_none) {
             // Read once as any reader would, for what the model has to say about the file.
             HPLPlatform scratch;
             HZEPHpfmReader reader("NormalizeMemoryBanks", &scratch);

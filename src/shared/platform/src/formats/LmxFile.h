@@ -25,7 +25,7 @@ void writeLmxFile(const Root& root, const std::string& path) {
     setLmxWriterDefaults();
     std::string document;
     try {
-        if (root.Marshal(&document, nullptr) != 0)
+        if (root.Marshal(&document, nullptr) != lmx60::error_none)
             throwLmxNotWritten(path);
     } catch (const lmx60::c_lmx_exception& e) {
         throwLmxWriteFault(path, e.what());

@@ -13,11 +13,46 @@ using zep_platform::JSONObjectWriter;
 namespace {
 
 constexpr std::string_view kParams[] = {
-"AXI_ARBITRATION_SCHEME", "MEMORY_PART", "MEM_ADDR_MAP", "TIMEPERIOD_PS", "DATA_WIDTH", "CAS_LATENCY", "CAS_WRITE_LATENCY", "BURST_LENGTH", "C0.APP_ADDR_WIDTH", "C0.APP_DATA_WIDTH", "C0.ControllerType"};
+    "AXI_ARBITRATION_SCHEME", "MEMORY_PART",  "MEM_ADDR_MAP",      "TIMEPERIOD_PS",     "DATA_WIDTH",       "CAS_LATENCY",
+    "CAS_WRITE_LATENCY",      "BURST_LENGTH", "C0.APP_ADDR_WIDTH", "C0.APP_DATA_WIDTH", "C0.ControllerType"};
 
 /// Behind "C0.DDR3" or "C0.DDR4".
-constexpr std::string_view kControllerParams[] = {
-"_ADDR_WIDTH", "_AXI_ADDR_WIDTH", "_AXI_DATA_WIDTH", "_AXI_ID_WIDTH", "_AutoPrecharge", "_AxiNarrowBurst", "_BANK_GROUP_WIDTH", "_BANK_WIDTH", "_CL", "_COLUMN_WIDTH", "_CWL", "_Mem_Add_Map", "_Ordering", "_RANK_WIDTH", "_ROW_WIDTH", "_tCK", "_tCKE", "_tFAW", "_tMRD", "_tRAS", "_tRCD", "_tREFI", "_tRFC", "_tRP", "_tRRD", "_tRRD_L", "_tRRD_S", "_tRTP", "_tWR", "_tWTR", "_tWTR_L", "_tWTR_S", "_tXPR", "_tZQCS", "_tZQI", "_tZQINIT"};
+constexpr std::string_view kControllerParams[] = {"_ADDR_WIDTH",
+                                                  "_AXI_ADDR_WIDTH",
+                                                  "_AXI_DATA_WIDTH",
+                                                  "_AXI_ID_WIDTH",
+                                                  "_AutoPrecharge",
+                                                  "_AxiNarrowBurst",
+                                                  "_BANK_GROUP_WIDTH",
+                                                  "_BANK_WIDTH",
+                                                  "_CL",
+                                                  "_COLUMN_WIDTH",
+                                                  "_CWL",
+                                                  "_Mem_Add_Map",
+                                                  "_Ordering",
+                                                  "_RANK_WIDTH",
+                                                  "_ROW_WIDTH",
+                                                  "_tCK",
+                                                  "_tCKE",
+                                                  "_tFAW",
+                                                  "_tMRD",
+                                                  "_tRAS",
+                                                  "_tRCD",
+                                                  "_tREFI",
+                                                  "_tRFC",
+                                                  "_tRP",
+                                                  "_tRRD",
+                                                  "_tRRD_L",
+                                                  "_tRRD_S",
+                                                  "_tRTP",
+                                                  "_tWR",
+                                                  "_tWTR",
+                                                  "_tWTR_L",
+                                                  "_tWTR_S",
+                                                  "_tXPR",
+                                                  "_tZQCS",
+                                                  "_tZQI",
+                                                  "_tZQINIT"};
 
 template <std::size_t Size>
 bool contains(const std::string_view (&names)[Size], std::string_view name) {

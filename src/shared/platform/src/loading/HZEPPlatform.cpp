@@ -25,10 +25,6 @@ HZEPPlatform::~HZEPPlatform() {
     hardware.insert({hardwarePlatform_, hardwareEmulationPlatform_});
     for (HZEPHardwarePlatform* platform : hardware)
         delete platform;
-    for (HZEPReconfigurablePartition* partition : reconfigurablePartitions_)
-        delete partition;
-    for (HZEPSoftwarePlatform* platform : softwarePlatforms_)
-        delete platform;
 }
 
 const HZEPHardwarePlatform* HZEPPlatform::getHardwarePlatform() const {
@@ -48,23 +44,23 @@ HZEPHardwarePlatform* HZEPPlatform::getHardwareEmulationPlatform() {
 }
 
 void HZEPPlatform::addSoftwarePlatform(HZEPSoftwarePlatform* platform) {
-    softwarePlatforms_.push_back(platform);
+    softwarePlatforms_.add(std::unique_ptr<HZEPSoftwarePlatform>(platform));
 }
 
 const HZEPSoftwarePlatform* HZEPPlatform::getSoftwarePlatform() const {
-    return softwarePlatforms_.empty() ? nullptr : softwarePlatforms_.front();
+    return softwarePlatforms_.empty() ? nullptr : softwarePlatforms_.items().front();
 }
 
 HZEPSoftwarePlatform* HZEPPlatform::getSoftwarePlatform() {
-    return softwarePlatforms_.empty() ? nullptr : softwarePlatforms_.front();
+    return softwarePlatforms_.empty() ? nullptr : softwarePlatforms_.items().front();
 }
 
 void HZEPPlatform::getSoftwarePlatforms(std::vector<HZEPSoftwarePlatform*>& out) const {
-    out.insert(out.end(), softwarePlatforms_.begin(), softwarePlatforms_.end());
+    softwarePlatforms_.appendTo(out);
 }
 
 void HZEPPlatform::addReconfigurablePartition(HZEPReconfigurablePartition* partition) {
-    reconfigurablePartitions_.push_back(partition);
+    reconfigurablePartitions_.add(std::unique_ptr<HZEPReconfigurablePartition>(partition));
 }
 
 HZEPHardwarePlatform* HZEPPlatform::keepPartitionHardware(std::unique_ptr<HZEPHardwarePlatform> platform) {
@@ -73,13 +69,14 @@ HZEPHardwarePlatform* HZEPPlatform::keepPartitionHardware(std::unique_ptr<HZEPHa
 }
 
 void HZEPPlatform::getReconfigurablePartitions(std::vector<HZEPReconfigurablePartition*>& out) const {
-    out = reconfigurablePartitions_;
+    out = reconfigurablePartitions_.items();
 }
 
 HZEPReconfigurablePartition* HZEPPlatform::getReconfigurablePartition(std::uint32_t id) const {
-    const auto found = std::find_if(reconfigurablePartitions_.rbegin(), reconfigurablePartitions_.rend(),
-                                    [id](const HZEPReconfigurablePartition* partition) { return partition->getID() == id; });
-    return found == reconfigurablePartitions_.rend() ? nullptr : *found;
+    const auto& partitions = reconfigurablePartitions_.items();
+    const auto found =
+        std::find_if(partitions.rbegin(), partitions.rend(), [id](const auto* partition) { return partition->getID() == id; });
+    return found == partitions.rend() ? nullptr : *found;
 }
 
 HZEPHardwarePlatform* HZEPPlatform::getRPHardwarePlatform(std::uint32_t id) const {

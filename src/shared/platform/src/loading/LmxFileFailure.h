@@ -22,11 +22,11 @@ template <class Work>
 std::optional<LmxFileFailure> catchLmxFailure(const Work& work) {
     try {
         const lmx60::elmx_error code = work();
-        if (code != 0)
+        if (code != lmx60::error_none)
             return LmxFileFailure{lmx60::get_error_description(code), 0};
         return std::nullopt;
     } catch (const lmx60::c_lmx_reader_exception& e) {
-        return LmxFileFailure{e.what(), static_cast<int>(e.get_line())};
+        return LmxFileFailure{e.what(), e.get_line()};
     } catch (const lmx60::c_lmx_exception& e) {
         return LmxFileFailure{e.what(), 0};
     }
@@ -36,9 +36,9 @@ std::optional<LmxFileFailure> catchLmxFailure(const Work& work) {
 template <class Root, class Use>
 std::optional<LmxFileFailure> readLmxFile(const std::string& file, const Use& use) {
     return catchLmxFailure([&] {
-        lmx60::elmx_error code;
+        lmx60::elmx_error code = lmx60::error_none;
         const Root root(file.c_str(), &code);
-        if (code == 0)
+        if (code == lmx60::error_none)
             use(root);
         return code;
     });

@@ -67,26 +67,21 @@ bool takesLibrary(const HZEPSystemConfig& config, const std::string& libraryType
 
 HZEPSoftwarePlatform::HZEPSoftwarePlatform() = default;
 
-HZEPSoftwarePlatform::~HZEPSoftwarePlatform() {
-    for (HZEPSystemConfig* config : systemConfigs_)
-        delete config;
-}
+HZEPSoftwarePlatform::~HZEPSoftwarePlatform() = default;
 
 HZEPSystemConfig* HZEPSoftwarePlatform::addSystemConfig() {
-    auto config = std::make_unique<HZEPSystemConfig>();
-    systemConfigs_.push_back(config.get());
-    return config.release();
+    return systemConfigs_.add();
 }
 
 void HZEPSoftwarePlatform::getSystemConfigs(HostVector<HZEPSystemConfig*>& out) const {
-    out.insert(out.end(), systemConfigs_.begin(), systemConfigs_.end());
+    systemConfigs_.appendTo(out);
 }
 
 HZEPSystemConfig* HZEPSoftwarePlatform::getSystemConfigByName(const std::string& name) const {
-    const auto found = std::find_if(systemConfigs_.rbegin(), systemConfigs_.rend(), [&name](const HZEPSystemConfig* config) {
+    const auto found = std::find_if(getSystemConfig().rbegin(), getSystemConfig().rend(), [&name](const HZEPSystemConfig* config) {
         return config->getName() == name || config->getPrettyName() == name;
     });
-    return found == systemConfigs_.rend() ? nullptr : *found;
+    return found == getSystemConfig().rend() ? nullptr : *found;
 }
 
 HZEPSystemConfig* HZEPSoftwarePlatform::getSystemConfigByPrettyName(const std::string& name) const {
@@ -97,7 +92,7 @@ HZEPSystemConfig* HZEPSoftwarePlatform::getDefaultSystemConfig() const {
     if (!defaultConfigName_.empty())
         if (HZEPSystemConfig* config = getSystemConfigByName(defaultConfigName_))
             return config;
-    return systemConfigs_.empty() ? nullptr : systemConfigs_.front();
+    return systemConfigs_.empty() ? nullptr : systemConfigs_.items().front();
 }
 
 std::string HZEPSoftwarePlatform::getDefaultConfigName() const {
@@ -119,11 +114,11 @@ bool HZEPSoftwarePlatform::isSystemConfigSupported(const std::string& name) cons
 }
 
 void HZEPSoftwarePlatform::getSupportedRuntimes(HostVector<std::string>& out) const {
-    collectRuntimes(systemConfigs_, &HZEPSystemConfig::getRuntimes, out);
+    collectRuntimes(getSystemConfig(), &HZEPSystemConfig::getRuntimes, out);
 }
 
 void HZEPSoftwarePlatform::getSupportedRuntimesByPrettyName(HostVector<std::string>& out) const {
-    collectRuntimes(systemConfigs_, &HZEPSystemConfig::getRuntimesByPrettyName, out);
+    collectRuntimes(getSystemConfig(), &HZEPSystemConfig::getRuntimesByPrettyName, out);
 }
 
 std::size_t HZEPSoftwarePlatform::getNumRuntimes() const {

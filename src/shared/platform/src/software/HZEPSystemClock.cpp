@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPSystemClock.h"
 
-#include "JSONObjectWriter.h"
 #include "../hardware/AsciiCase.h"
+#include "JSONObjectWriter.h"
 
 using zep_platform::JSONObjectWriter;
 

@@ -9,22 +9,13 @@
 
 #include <boost/algorithm/string/predicate.hpp>
 
-#include <memory>
-
 using zep_platform::JSONListWriter;
 using zep_platform::JSONObjectWriter;
 
 namespace {
 
 template <class T>
-T* addNew(std::vector<T*>& list) {
-    auto item = std::make_unique<T>();
-    list.push_back(item.get());
-    return item.release();
-}
-
-template <class T>
-T* findByName(const std::vector<T*>& list, const std::string& name) {
+T* findByName(const HZEPOwnedList<T>& list, const std::string& name) {
     for (T* item : list)
         if (item->getName() == name)
             return item;
@@ -32,12 +23,11 @@ T* findByName(const std::vector<T*>& list, const std::string& name) {
 }
 
 template <class T>
-std::string orFirstName(const std::string& name, const std::vector<T*>& list) {
-    return !name.empty() || list.empty() ? name : list.front()->getName();
+std::string orFirstName(const std::string& name, const HZEPOwnedList<T>& list) {
+    return !name.empty() || list.empty() ? name : list.items().front()->getName();
 }
 
-template <class T>
-void append(std::vector<T>& out, const std::vector<T>& list) {
+void append(std::vector<std::string>& out, const std::vector<std::string>& list) {
     out.insert(out.end(), list.begin(), list.end());
 }
 
@@ -53,12 +43,7 @@ JSONListWriter listOf(const std::vector<T>& items) {
 
 HZEPSystemConfig::HZEPSystemConfig() = default;
 
-HZEPSystemConfig::~HZEPSystemConfig() {
-    for (HZEPProcessorGroup* group : processorGroups_)
-        delete group;
-    for (HZEPBootImg* image : bootImgs_)
-        delete image;
-}
+HZEPSystemConfig::~HZEPSystemConfig() = default;
 
 std::string HZEPSystemConfig::getName() const {
     return name_;
@@ -81,7 +66,7 @@ std::string HZEPSystemConfig::getPrebuiltData() const {
 }
 
 void HZEPSystemConfig::getProcessorGroups(HostVector<HZEPProcessorGroup*>& out) const {
-    append(out, processorGroups_);
+    processorGroups_.appendTo(out);
 }
 
 void HZEPSystemConfig::getProcessorGroups(HostVector<std::string>& out) const {
@@ -112,7 +97,7 @@ std::string HZEPSystemConfig::getDefaultBootImgName() const {
 }
 
 void HZEPSystemConfig::getBootImgs(HostVector<HZEPBootImg*>& out) const {
-    append(out, bootImgs_);
+    bootImgs_.appendTo(out);
 }
 
 HZEPBootImg* HZEPSystemConfig::getBootImgByName(std::string name) const {
@@ -140,7 +125,7 @@ void HZEPSystemConfig::setDefaultBootImgName(std::string name) {
 }
 
 HZEPBootImg* HZEPSystemConfig::addBootImg() {
-    return addNew(bootImgs_);
+    return bootImgs_.add();
 }
 
 void HZEPSystemConfig::addProcessorGroup(std::string name) {
@@ -148,7 +133,7 @@ void HZEPSystemConfig::addProcessorGroup(std::string name) {
 }
 
 HZEPProcessorGroup* HZEPSystemConfig::addProcessorGroup() {
-    return addNew(processorGroups_);
+    return processorGroups_.add();
 }
 
 void HZEPSystemConfig::setSupportsQemu(bool supports) {
@@ -167,7 +152,7 @@ void HZEPSystemConfig::toJSON(JSONObjectWriter& writer) const {
     writer.addKey("defaultBootImage", getDefaultBootImgName());
     writer.addKey("prebuiltData", getPrebuiltData());
     writer.addKey("qemu", isQemuSupported());
-    writer.addKey("processorGroups", listOf(processorGroups_));
-    writer.addKey("bootImages", listOf(bootImgs_));
+    writer.addKey("processorGroups", listOf(processorGroups_.items()));
+    writer.addKey("bootImages", listOf(bootImgs_.items()));
     writer.addKey("runtimes", listOf(runtimes_));
 }
