@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HostExport.h"
+#include "lmx_errors.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace lmx60 {
+
+/// One row of a namespace map; a map ends with a row whose uri is null.
+struct HOST_EXPORT s_ns_map {
+    int id;
+    const char* prefix;
+    const char* uri;
+};
+
+/// Ids of names that no namespace map gives one.
+enum elmx_ns_id { ns_unknown = 0, ns_none = 1 };
+
+/// Where a document's bytes come from.
+class HOST_EXPORT c_read {
+public:
+    virtual ~c_read();
+    /// Puts at most size bytes into the buffer and answers how many; 0 at the end.
+    virtual std::size_t read(char* buffer, std::size_t size) = 0;
+};
+
+/// Bytes in memory, which must outlive the reading.
+class HOST_EXPORT c_read_memory : public c_read {
+public:
+    c_read_memory(const char* buffer, std::size_t length);
+    std::size_t read(char* buffer, std::size_t size) override;
+
+private:
+    const char* next_;
+    const char* end_;
+};
+
+/// A file, read whole into memory when constructed (one byte past c_xml::max_document_size at most).
+class HOST_EXPORT c_read_file : public c_read {
+public:
+    explicit c_read_file(const char* file);
+    /// False when the file could not be opened or read.
+    bool is_open() const { return is_open_; }
+    std::size_t read(char* buffer, std::size_t size) override;
+
+private:
+    std::string text_;
+    std::size_t next_ = 0;
+    bool is_open_ = false;
+};
+
+/// What a document consists of, as far as bindings look at it.
+enum class xml_event_kind { start, end, text, end_of_document, failed };
+
+/// The XML parser that a reader pulls from. Strict: malformed text and wrong namespaces are failures. It never looks at a document type
+/// or at anything outside the document, and keeps only the events of one piece of input.
+class HOST_EXPORT c_xml {
+public:
+    static constexpr std::size_t piece_size = std::size_t{16} * 1024;               ///< bytes fed at a time
+    static constexpr std::size_t max_document_size = std::size_t{64} * 1024 * 1024; ///< bytes
+    static constexpr int max_depth = 1000;                                          ///< elements inside each other
+
+    virtual ~c_xml();
+    c_xml(const c_xml&) = delete;
+    c_xml& operator=(const c_xml&) = delete;
+
+    /// Consumes the current element up to and with its end tag.
+    void skip_rest_of_element();
+
+protected:
+    explicit c_xml(c_read& source);
+
+    /// A null map leaves all prefixed names unknown.
+    void set_namespaces(const s_ns_map* map);
+    void add_namespace(int id, const std::string& uri);
+
+    /// What comes next, without consuming it; parses on when need be.
+    xml_event_kind peek();
+    /// Consumes a start, an end or a text.
+    void pop();
+
+    // Of the start tag or text that comes next. Views live until the following peek() after it was consumed.
+    int next_ns_id() const;
+    std::string_view next_local_name() const;
+    std::string_view next_name() const; ///< as written, with its prefix
+    std::string_view next_text() const;
+    int next_line() const; ///< for a start tag the line of its "<"
+
+    // Attributes of the start tag consumed last, until the following peek().
+    std::size_t attribute_count() const;
+    int attribute_ns_id(std::size_t index) const;
+    std::string_view attribute_local_name(std::size_t index) const;
+    std::string_view attribute_name(std::size_t index) const;
+    std::string_view attribute_value(std::size_t index) const;
+    int attribute_line(std::size_t index) const;
+
+    // When peek() says failed.
+    elmx_error failure_code() const;
+    const std::string& failure_text() const;
+    int failure_line() const;
+
+private:
+    struct s_parser;
+    std::unique_ptr<s_parser> parser_;
+};
+
+} // namespace lmx60

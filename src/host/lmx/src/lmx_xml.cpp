@@ -1,0 +1,421 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#include "lmx_xml.h"
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace lmx60 {
+namespace {
+
+const char* chars(const xmlChar* text) {
+    return reinterpret_cast<const char*>(text);
+}
+
+struct s_span {
+    std::size_t start = 0;
+    std::size_t length = 0;
+};
+
+struct s_attribute {
+    int ns_id = ns_unknown;
+    int line = 0;
+    s_span name;
+    std::size_t prefix_length = 0; // with the colon
+    s_span value;
+};
+
+struct s_event {
+    xml_event_kind kind = xml_event_kind::end;
+    int ns_id = ns_unknown;
+    int line = 0;
+    s_span text; // the written name of a start tag, or text
+    std::size_t prefix_length = 0;
+    std::size_t first_attribute = 0;
+    std::size_t attribute_count = 0;
+};
+
+bool is_blank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+} // namespace
+
+c_read::~c_read() = default;
+
+c_read_memory::c_read_memory(const char* buffer, std::size_t length) : next_(buffer), end_(buffer + length) {}
+
+std::size_t c_read_memory::read(char* buffer, std::size_t size) {
+    const std::size_t count = std::min(size, static_cast<std::size_t>(end_ - next_));
+    if (count) {
+        std::memcpy(buffer, next_, count);
+    }
+    next_ += count;
+    return count;
+}
+
+c_read_file::c_read_file(const char* file) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(file ? std::fopen(file, "rb") : nullptr, &std::fclose);
+    if (!stream) {
+        return;
+    }
+    char piece[c_xml::piece_size];
+    std::size_t count = 0;
+    while (text_.size() <= c_xml::max_document_size && (count = std::fread(piece, 1, sizeof piece, stream.get())) > 0) {
+        text_.append(piece, count);
+    }
+    is_open_ = std::ferror(stream.get()) == 0;
+}
+
+std::size_t c_read_file::read(char* buffer, std::size_t size) {
+    const std::size_t count = text_.copy(buffer, size, next_);
+    next_ += count;
+    return count;
+}
+
+struct c_xml::s_parser {
+    explicit s_parser(c_read& input) : source(input) {}
+    ~s_parser() {
+        if (context) {
+            xmlFreeParserCtxt(context);
+        }
+    }
+    s_parser(const s_parser&) = delete;
+    s_parser& operator=(const s_parser&) = delete;
+
+    void open();
+    void feed();
+    void fail(elmx_error code, std::string text, int line);
+    int resolve(const xmlChar* uri);
+    s_span keep(const char* text, std::size_t length);
+    s_span keep_name(const xmlChar* prefix, const xmlChar* local, std::size_t& prefix_length);
+    std::string_view view(s_span span) const { return std::string_view(arena).substr(span.start, span.length); }
+    void locate(s_event& event);
+    int line() const { return context->input ? context->input->line : 0; }
+
+    void start_element(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int count, const xmlChar** attributes);
+    void end_element();
+    void characters(const char* text, std::size_t length);
+
+    static s_parser& of(void* user) { return *static_cast<s_parser*>(user); }
+
+    c_read& source;
+    xmlParserCtxtPtr context = nullptr;
+    std::vector<std::pair<int, std::string>> namespaces;
+    const xmlChar* last_uri = nullptr;
+    int last_id = ns_none;
+
+    std::string arena; // names and texts of the events below
+    std::vector<s_event> events;
+    std::size_t next = 0;
+    std::vector<s_attribute> attributes;
+    s_event tag; // the start tag consumed last
+
+    int depth = 0;
+    std::size_t fed = 0;
+    bool at_end = false;
+    elmx_error code = error_none;
+    std::string text;
+    int fault_line = 0;
+};
+
+void c_xml::s_parser::open() {
+    xmlSAXHandler handler = {};
+    handler.initialized = XML_SAX2_MAGIC;
+    handler.startElementNs = [](void* user, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int, const xmlChar**,
+                                int count, int, const xmlChar** list) { of(user).start_element(local, prefix, uri, count, list); };
+    handler.endElementNs = [](void* user, const xmlChar*, const xmlChar*, const xmlChar*) { of(user).end_element(); };
+    handler.characters = [](void* user, const xmlChar* piece, int length) {
+        of(user).characters(chars(piece), static_cast<std::size_t>(length));
+    };
+    handler.ignorableWhitespace = handler.characters;
+    handler.cdataBlock = handler.characters;
+    handler.internalSubset = [](void* user, const xmlChar*, const xmlChar*, const xmlChar*) {
+        of(user).fail(error_document_type, get_error_description(error_document_type), of(user).line());
+    };
+    handler.getEntity = [](void*, const xmlChar* name) { return xmlGetPredefinedEntity(name); };
+    handler.resolveEntity = [](void*, const xmlChar*, const xmlChar*) -> xmlParserInputPtr { return nullptr; };
+    handler.serror = [](void* user, xmlErrorPtr error) {
+        if (error->level < XML_ERR_ERROR) {
+            return;
+        }
+        std::string words = error->message ? error->message : "";
+        while (!words.empty() && is_blank(words.back())) {
+            words.pop_back();
+        }
+        const elmx_error kind = error->domain == XML_FROM_NAMESPACE ? error_bad_namespace : error_not_well_formed;
+        of(user).fail(kind, std::string(get_error_description(kind)) + ": " + words, error->line);
+    };
+    context = xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr);
+    if (!context) {
+        throw std::bad_alloc();
+    }
+    // NOENT gives the five predefined entities as characters, also in attributes; there are no others, as document types are refused.
+    // HUGE lifts the parser's own limits on depth and lengths: max_depth and max_document_size stand in their place.
+    xmlCtxtUseOptions(context, XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_HUGE);
+}
+
+void c_xml::s_parser::fail(elmx_error kind, std::string description, int at_line) {
+    if (code == error_none) {
+        code = kind;
+        text = std::move(description);
+        fault_line = at_line;
+        xmlStopParser(context);
+    }
+}
+
+void c_xml::s_parser::feed() {
+    if (!context) {
+        open();
+    }
+    arena.clear();
+    events.clear();
+    attributes.clear();
+    next = 0;
+    char piece[piece_size];
+    while (events.empty() && code == error_none && !at_end) {
+        const std::size_t count = source.read(piece, sizeof piece);
+        fed += count;
+        if (fed > max_document_size) {
+            fail(error_too_large, std::string(get_error_description(error_too_large)), line());
+            return;
+        }
+        at_end = count == 0;
+        xmlParseChunk(context, piece, static_cast<int>(count), at_end ? 1 : 0);
+    }
+}
+
+int c_xml::s_parser::resolve(const xmlChar* uri) {
+    if (!uri) {
+        return ns_none;
+    }
+    if (uri != last_uri) { // the parser keeps one copy of each URI
+        last_uri = uri;
+        last_id = ns_unknown;
+        for (const auto& [id, known] : namespaces) {
+            if (known == chars(uri)) {
+                last_id = id;
+            }
+        }
+    }
+    return last_id;
+}
+
+s_span c_xml::s_parser::keep(const char* from, std::size_t length) {
+    const s_span span{arena.size(), length};
+    arena.append(from, length);
+    return span;
+}
+
+s_span c_xml::s_parser::keep_name(const xmlChar* prefix, const xmlChar* local, std::size_t& prefix_length) {
+    s_span span{arena.size(), 0};
+    if (prefix) {
+        arena.append(chars(prefix)).append(1, ':');
+    }
+    prefix_length = arena.size() - span.start;
+    arena.append(chars(local));
+    span.length = arena.size() - span.start;
+    return span;
+}
+
+/// The parser knows the line where a start tag ends; the tag's text, still in its buffer, gives the lines within.
+void c_xml::s_parser::locate(s_event& event) {
+    const int last_line = line();
+    event.line = last_line;
+    std::string_view before(chars(context->input->base), static_cast<std::size_t>(context->input->cur - context->input->base));
+    const std::size_t open = before.rfind('<');
+    if (open == std::string_view::npos) {
+        return;
+    }
+    const std::string_view in_tag = before.substr(open);
+    event.line -= static_cast<int>(std::count(in_tag.begin(), in_tag.end(), '\n'));
+    const auto attribute_end = attributes.begin() + static_cast<std::ptrdiff_t>(event.first_attribute + event.attribute_count);
+    auto attribute = attributes.begin() + static_cast<std::ptrdiff_t>(event.first_attribute);
+    if (event.line == last_line) {
+        std::for_each(attribute, attribute_end, [&](s_attribute& each) { each.line = last_line; });
+        return;
+    }
+    int at = event.line;
+    std::size_t i = 0;
+    const auto step = [&] { at += in_tag[i++] == '\n' ? 1 : 0; };
+    while (i < in_tag.size() && !is_blank(in_tag[i])) {
+        ++i;
+    }
+    while (attribute != attribute_end) {
+        while (i < in_tag.size() && is_blank(in_tag[i])) {
+            step();
+        }
+        const std::size_t name = i;
+        const int name_line = at;
+        while (i < in_tag.size() && in_tag[i] != '"' && in_tag[i] != '\'') {
+            step();
+        }
+        if (i == in_tag.size()) {
+            return;
+        }
+        const char quote = in_tag[i];
+        const std::string_view written = in_tag.substr(name, i - name);
+        for (++i; i < in_tag.size() && in_tag[i] != quote;) {
+            step();
+        }
+        i += i < in_tag.size() ? 1 : 0;
+        const bool declares =
+            written.substr(0, 5) == "xmlns" && written.size() > 5 && (written[5] == ':' || written[5] == '=' || is_blank(written[5]));
+        if (!declares) {
+            attribute->line = name_line;
+            ++attribute;
+        }
+    }
+}
+
+void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int count, const xmlChar** list) {
+    if (code != error_none) {
+        return;
+    }
+    s_event event;
+    event.kind = xml_event_kind::start;
+    event.ns_id = resolve(uri);
+    event.text = keep_name(prefix, local, event.prefix_length);
+    event.first_attribute = attributes.size();
+    event.attribute_count = static_cast<std::size_t>(count);
+    for (int i = 0; i < count; ++i, list += 5) {
+        s_attribute attribute;
+        attribute.ns_id = resolve(list[2]);
+        attribute.name = keep_name(list[1], list[0], attribute.prefix_length);
+        attribute.value = keep(chars(list[3]), static_cast<std::size_t>(list[4] - list[3]));
+        attributes.push_back(attribute);
+    }
+    locate(event);
+    events.push_back(event);
+    if (++depth > max_depth) {
+        fail(error_too_deep, std::string(get_error_description(error_too_deep)) + ": more than " + std::to_string(max_depth), event.line);
+    }
+}
+
+void c_xml::s_parser::end_element() {
+    if (code != error_none) {
+        return;
+    }
+    --depth;
+    s_event event;
+    event.line = line();
+    events.push_back(event);
+}
+
+void c_xml::s_parser::characters(const char* from, std::size_t length) {
+    if (code != error_none || depth == 0) {
+        return;
+    }
+    const s_span span = keep(from, length);
+    if (!events.empty() && events.back().kind == xml_event_kind::text) {
+        events.back().text.length += length;
+        return;
+    }
+    s_event event;
+    event.kind = xml_event_kind::text;
+    event.text = span;
+    event.line = line();
+    events.push_back(event);
+}
+
+c_xml::c_xml(c_read& source) : parser_(std::make_unique<s_parser>(source)) {}
+c_xml::~c_xml() = default;
+
+void c_xml::set_namespaces(const s_ns_map* map) {
+    parser_->namespaces.clear();
+    for (; map && map->uri; ++map) {
+        add_namespace(map->id, map->uri);
+    }
+}
+
+void c_xml::add_namespace(int id, const std::string& uri) {
+    parser_->namespaces.emplace_back(id, uri);
+    parser_->last_uri = nullptr;
+}
+
+xml_event_kind c_xml::peek() {
+    s_parser& parser = *parser_;
+    if (parser.next == parser.events.size()) {
+        if (parser.code == error_none && !parser.at_end) {
+            parser.feed();
+        }
+        if (parser.next == parser.events.size()) {
+            return parser.code != error_none ? xml_event_kind::failed : xml_event_kind::end_of_document;
+        }
+    }
+    return parser.events[parser.next].kind;
+}
+
+void c_xml::pop() {
+    s_parser& parser = *parser_;
+    const s_event& event = parser.events[parser.next++];
+    if (event.kind == xml_event_kind::start) {
+        parser.tag = event;
+    }
+}
+
+void c_xml::skip_rest_of_element() {
+    for (int open = 1; open > 0;) {
+        const xml_event_kind kind = peek();
+        if (kind == xml_event_kind::failed || kind == xml_event_kind::end_of_document) {
+            return;
+        }
+        open += kind == xml_event_kind::start ? 1 : kind == xml_event_kind::end ? -1 : 0;
+        pop();
+    }
+}
+
+int c_xml::next_ns_id() const {
+    return parser_->events[parser_->next].ns_id;
+}
+std::string_view c_xml::next_local_name() const {
+    const s_event& event = parser_->events[parser_->next];
+    return parser_->view(event.text).substr(event.prefix_length);
+}
+std::string_view c_xml::next_name() const {
+    return parser_->view(parser_->events[parser_->next].text);
+}
+std::string_view c_xml::next_text() const {
+    return next_name();
+}
+int c_xml::next_line() const {
+    return parser_->next < parser_->events.size() ? parser_->events[parser_->next].line : parser_->context ? parser_->line() : 0;
+}
+
+std::size_t c_xml::attribute_count() const {
+    return parser_->tag.attribute_count;
+}
+int c_xml::attribute_ns_id(std::size_t index) const {
+    return parser_->attributes[parser_->tag.first_attribute + index].ns_id;
+}
+std::string_view c_xml::attribute_local_name(std::size_t index) const {
+    return attribute_name(index).substr(parser_->attributes[parser_->tag.first_attribute + index].prefix_length);
+}
+std::string_view c_xml::attribute_name(std::size_t index) const {
+    return parser_->view(parser_->attributes[parser_->tag.first_attribute + index].name);
+}
+std::string_view c_xml::attribute_value(std::size_t index) const {
+    return parser_->view(parser_->attributes[parser_->tag.first_attribute + index].value);
+}
+int c_xml::attribute_line(std::size_t index) const {
+    return parser_->attributes[parser_->tag.first_attribute + index].line;
+}
+
+elmx_error c_xml::failure_code() const {
+    return parser_->code;
+}
+const std::string& c_xml::failure_text() const {
+    return parser_->text;
+}
+int c_xml::failure_line() const {
+    return parser_->fault_line;
+}
+
+} // namespace lmx60
