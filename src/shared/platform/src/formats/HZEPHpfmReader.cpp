@@ -29,8 +29,7 @@ void complain(const char* key, const std::string& text) {
 
 } // namespace
 
-HZEPHpfmReader::HZEPHpfmReader(std::string hpfmText, HZEPHardwarePlatform* platform)
-    : platform_(platform), hpfmText_(std::move(hpfmText)) {
+HZEPHpfmReader::HZEPHpfmReader(std::string hpfmText, HZEPHardwarePlatform* platform) : platform_(platform), hpfmText_(std::move(hpfmText)) {
     if (hpfmText_.empty())
         std::cout << "CRITICAL WARNING: Empty hpfm string passed in" << std::endl;
 }
