@@ -10,6 +10,7 @@
 #include <iterator>
 #include <random>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -67,13 +68,21 @@ std::string read(const fs::path& path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
+/// What stands between two quotation marks at or behind a place: mostly a key or a value, so that exchanging two of them keeps a
+/// document well formed. Nothing when there is none.
+std::pair<std::size_t, std::size_t> quoted(const std::string& text, std::size_t at) {
+    const std::size_t begin = text.find('"', at);
+    const std::size_t end = begin == text.npos ? text.npos : text.find('"', begin + 1);
+    return end == text.npos ? std::pair(text.size(), std::size_t{0}) : std::pair(begin + 1, end - begin - 1);
+}
+
 std::string mutate(const std::vector<std::string>& seeds, std::mt19937_64& random) {
     const auto below = [&random](std::size_t bound) { return static_cast<std::size_t>(random() % std::max<std::size_t>(bound, 1)); };
     std::string input = seeds[below(seeds.size())];
     for (std::size_t steps = 1 + below(4); steps > 0; --steps) {
         const std::size_t at = below(input.size() + 1);
         const std::size_t length = below(std::min<std::size_t>(input.size() - at + 1, below(2) ? 8 : 400));
-        switch (below(7)) {
+        switch (below(14)) {
         case 0:
             if (at < input.size())
                 input[at] = static_cast<char>(random());
@@ -96,8 +105,21 @@ std::string mutate(const std::vector<std::string>& seeds, std::mt19937_64& rando
             input.insert(at, other, from, below(400));
             break;
         }
-        default:
+        case 6:
             input.resize(below(8) ? input.size() : at);
+            break;
+        case 7:
+        case 8: {
+            const auto [begin, size] = quoted(input, at);
+            input.replace(begin, size, kTokens[below(std::size(kTokens))]);
+            break;
+        }
+        default: {
+            const std::string& other = seeds[below(seeds.size())];
+            const auto [from, count] = quoted(other, below(other.size() + 1));
+            const auto [begin, size] = quoted(input, at);
+            input.replace(begin, size, other, from, count);
+        }
         }
     }
     input.resize(std::min(input.size(), kMaxInput));

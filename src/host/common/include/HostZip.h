@@ -18,11 +18,14 @@ struct HostZipEntry {
     bool isEncrypted;
 };
 
-/// Zip archives. A name with a trailing "/" is a directory. Errors are HostError with archive, member and cause in the text.
+/// Zip archives. Names are UTF-8; one with a trailing "/" is a directory; of members with one name the first counts. Errors are
+/// HostError with the text "<archive>: <member>: <cause>".
 class HOST_EXPORT HostZip {
 public:
     /// Largest member that is read into memory: 1 GiB.
     static constexpr std::uint64_t kMaxMemberSize = 1ULL << 30;
+    /// Largest member that is unpacked or streamed piece by piece: 64 GiB.
+    static constexpr std::uint64_t kMaxUnpackedSize = 64ULL << 30;
     /// A member above kRatioFloor bytes that inflates by more than this is refused.
     static constexpr std::uint64_t kMaxRatio = 1000;
     static constexpr std::uint64_t kRatioFloor = 100ULL << 10;
@@ -41,8 +44,9 @@ public:
     /// All entries in directory order. Raises HostError for a file that is no archive.
     static std::vector<HostZipEntry> getEntries(const std::string& archive);
 
-    /// Unpacks what lies below the directory `entry` into `directory`, keeping the entry's path; true when something was
-    /// unpacked. Raises HostError for a name that would land outside, before anything is written. A flag of 1 overwrites.
+    /// Unpacks what lies below the directory `entry` ("": all) into `directory`, keeping the entry's path; true when there was
+    /// something to unpack. A flag of 1 overwrites, else files that stand there stay. Raises HostError, before anything is written,
+    /// for links, encrypted or too large members and names that would land outside. No link below `directory` is followed.
     static bool uncompressDir(const std::string& archive, const std::string& entry, const std::string& directory, int flags);
 
     /// Writes a new archive of all files below `directory`: entries sorted, times fixed, so that equal folders give equal

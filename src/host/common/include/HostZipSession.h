@@ -7,8 +7,11 @@
 #include <memory>
 #include <string>
 
-/// Keeps one archive open, and its directory read, for the life of this object: reads through HostZip and the zip streams on the
-/// same path and thread use it. Sessions nest. A file that is no archive is no error here; each read then says so itself.
+class HostZipArchive;
+
+/// Keeps one archive open, from the first read on, for the life of this object: reads through HostZip and the zip streams of the
+/// same thread on the same file use it, whatever path leads there. A file replaced or changed meanwhile is opened anew. Sessions
+/// nest. A file that is no archive is no error here; each read then says so itself.
 class HOST_EXPORT HostZipSession {
 public:
     explicit HostZipSession(const std::string& archive);
@@ -17,6 +20,8 @@ public:
     HostZipSession& operator=(const HostZipSession&) = delete;
 
 private:
+    friend class HostZipArchive;
     struct Open;
+    static std::shared_ptr<HostZipArchive> openShared_(const std::string& path);
     std::shared_ptr<Open> open_;
 };

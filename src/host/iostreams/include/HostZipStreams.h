@@ -20,10 +20,12 @@ HOST_EXPORT bool is_file(const std::string& archive, const std::string& entry);
 } // namespace zip
 
 /// Input stream over one member of an archive. A member that can't be opened leaves it not open and failed; damage found while
-/// reading sets badbit.
+/// reading sets badbit, a wrong checksum at the end: look at bad() before trusting what was read. Holds a small buffer only; who
+/// gathers a member in memory takes HostZip::readMember or a file_source, which bound its size.
 class HOST_EXPORT zip_istream : public std::istream {
 public:
-    zip_istream(const std::string& entry, const std::string& archive, std::ios_base::openmode mode = std::ios_base::in | std::ios_base::binary, int flags = 3);
+    zip_istream(const std::string& entry, const std::string& archive,
+                std::ios_base::openmode mode = std::ios_base::in | std::ios_base::binary, int flags = 3);
     ~zip_istream() override;
     bool is_open() const;
 

@@ -45,4 +45,16 @@ elmx_error marshal(const Binding& object, const char* name, std::string* text, s
     return marshal_string(text, error, [&](c_xml_writer& writer) { return object.marshal(writer, name); });
 }
 
+/// The reading in a constructor: the code out starts as "not read yet".
+template <class Read>
+void read_in_constructor(elmx_error* error, const Read& read) {
+    if (error) {
+        *error = error_not_read;
+    }
+    const elmx_error result = read();
+    if (error) {
+        *error = result;
+    }
+}
+
 } // namespace lmx60

@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -178,12 +179,14 @@ private:
     std::string acceleratorBinaryFormat_ = "acclib2";
     std::string acceleratorBinaryContent_ = "bitstream";
     std::vector<std::string> validBinaryContentValues_;
+    std::unordered_set<std::string> binaryContentValuesPresent_;
     std::vector<std::string> bvlcCompileXpSwitches_;
     std::vector<std::string> bvlcLinkXpSwitches_;
     bool dcpFuncStripped_ = false;
     bool dcpEncrypt_ = false;
     std::string defaultOutputType_ = "unknown";
     std::vector<std::string> validOutputTypeValues_;
+    std::unordered_set<std::string> outputTypeValuesPresent_;
     HPLBoard board_;
     HZEPOwnedList<HPLInterface> interfaces_;
     HZEPOwnedList<HPLMemory> memories_;

@@ -40,8 +40,8 @@ std::string getNameOf(const char* const (&names)[Size], int value) {
     return names[value >= 0 && static_cast<std::size_t>(value) < Size ? static_cast<std::size_t>(value) : Size - 1];
 }
 
-void addOnce(std::vector<std::string>& texts, const std::string& text) {
-    if (std::find(texts.begin(), texts.end(), text) == texts.end())
+void addOnce(std::vector<std::string>& texts, std::unordered_set<std::string>& present, const std::string& text) {
+    if (present.insert(text).second)
         texts.push_back(text);
 }
 
@@ -307,11 +307,11 @@ std::vector<std::string> HPLPlatform::getHostArchTypesAsStr() {
 }
 
 void HPLPlatform::addValidBinaryContentValue(const std::string& value) {
-    addOnce(validBinaryContentValues_, value);
+    addOnce(validBinaryContentValues_, binaryContentValuesPresent_, value);
 }
 
 void HPLPlatform::addValidOutputTypeValue(const std::string& value) {
-    addOnce(validOutputTypeValues_, value);
+    addOnce(validOutputTypeValues_, outputTypeValuesPresent_, value);
 }
 
 std::string HPLPlatform::getValidBinaryContentValuesAsStr() const {

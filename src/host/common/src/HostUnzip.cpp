@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#include "HostErrors.h"
+#include "HostFile.h"
+#include "HostZip.h"
+#include "HostZipArchive.h"
+#include "HostZipMember.h"
+#include "HostZipSession.h"
+
+#include <cerrno>
+#include <cstring>
+#include <set>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kOverwrite = 1;
+
+class Descriptor {
+public:
+    explicit Descriptor(int fd) : fd_(fd) {}
+    Descriptor(Descriptor&& other) noexcept : fd_(other.release()) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(fd_, other.fd_);
+        return *this;
+    }
+    ~Descriptor() {
+        if (fd_ >= 0)
+            close(fd_);
+    }
+    int get() const { return fd_; }
+    int release() {
+        const int fd = fd_;
+        fd_ = -1;
+        return fd;
+    }
+
+private:
+    int fd_;
+};
+
+std::vector<std::string> split(const std::string& name) {
+    std::vector<std::string> parts;
+    for (std::size_t begin = 0; begin < name.size();) {
+        const std::size_t end = std::min(name.find('/', begin), name.size());
+        parts.push_back(name.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return parts;
+}
+
+/// Why the member's name must not become a path; "" for a sound one.
+std::string getNameFault(const std::string& name) {
+    if (name.starts_with('/'))
+        return "has an absolute name";
+    for (const char c : name) {
+        if (c == '\\')
+            return "has a backslash in its name";
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
+            return "has a control character in its name";
+    }
+    const std::vector<std::string> parts = split(name);
+    if (parts.empty())
+        return "has no name";
+    if (parts[0].size() >= 2 && parts[0][1] == ':')
+        return "has a drive letter in its name";
+    for (const std::string& part : parts)
+        if (part.empty() || part == "." || part == "..")
+            return "has the part '" + part + "' in its name";
+    return "";
+}
+
+struct Item {
+    zip_uint64_t index;
+    std::string name;
+    std::vector<std::string> parts;
+    bool isDirectory;
+    bool isExecutable;
+};
+
+/// What lies below `entry`, everything about it found sound.
+std::vector<Item> collect(const HostZipArchive& archive, const std::string& entry) {
+    std::string below = entry;
+    while (below.ends_with('/'))
+        below.pop_back();
+    below += below.empty() ? "" : "/";
+
+    std::vector<Item> items;
+    std::set<std::string> names;
+    std::uint64_t compressed = 0;
+    const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
+    for (zip_int64_t i = 0; i < count; ++i) {
+        const auto index = static_cast<zip_uint64_t>(i);
+        const zip_stat_t stat = archive.getStat(index);
+        const std::string name = stat.name;
+        if (!name.starts_with(below) || !names.insert(name).second)
+            continue;
+        if (const std::string fault = getNameFault(name); !fault.empty())
+            archive.fail(name, fault);
+
+        zip_uint8_t system = 0;
+        zip_uint32_t attributes = 0;
+        zip_file_get_external_attributes(archive.get(), index, 0, &system, &attributes);
+        const unsigned mode = system == ZIP_OPSYS_UNIX ? attributes >> 16 : 0;
+        if ((mode & S_IFMT) != 0 && !S_ISREG(mode) && !S_ISDIR(mode))
+            archive.fail(name, "is a link or a special file");
+
+        const bool isDirectory = name.ends_with('/');
+        if (!isDirectory) {
+            if (const std::string refusal = archive.getRefusal(stat, HostZip::kMaxUnpackedSize); !refusal.empty())
+                archive.fail(name, refusal);
+            // Members that share their bytes make a small archive of any size.
+            compressed += stat.comp_size;
+            if (compressed > static_cast<std::uint64_t>(archive.getIdentity().size))
+                archive.fail(name, "the members announce more compressed bytes than the archive holds");
+        }
+        items.push_back({index, name, split(name), isDirectory, (mode & S_IXUSR) != 0});
+    }
+    return items;
+}
+
+class Unpacker {
+public:
+    Unpacker(const HostZipArchive& archive, const std::string& directory, bool overwrites)
+        : archive_(archive), root_(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)), overwrites_(overwrites) {
+        if (root_.get() < 0)
+            throw HostError("cannot open the directory '" + directory + "': " + std::strerror(errno));
+    }
+
+    void unpack(const Item& item) {
+        const std::size_t directories = item.parts.size() - (item.isDirectory ? 0 : 1);
+        Descriptor parent(dup(root_.get()));
+        for (std::size_t i = 0; i < directories; ++i)
+            parent = enter(parent, item, item.parts[i]);
+        if (!item.isDirectory)
+            unpackFile(parent, item);
+    }
+
+private:
+    /// No link is followed, also none that stood below the target before.
+    Descriptor enter(const Descriptor& parent, const Item& item, const std::string& name) {
+        if (mkdirat(parent.get(), name.c_str(), 0777) != 0 && errno != EEXIST)
+            fail(item);
+        Descriptor child(openat(parent.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        if (child.get() < 0)
+            fail(item);
+        return child;
+    }
+
+    void unpackFile(const Descriptor& parent, const Item& item) {
+        const char* name = item.parts.back().c_str();
+        struct stat present {};
+        if (fstatat(parent.get(), name, &present, AT_SYMLINK_NOFOLLOW) == 0) {
+            if (!overwrites_)
+                return;
+            if (unlinkat(parent.get(), name, 0) != 0)
+                fail(item);
+        }
+        const Descriptor file(
+            openat(parent.get(), name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, item.isExecutable ? 0777 : 0666));
+        if (file.get() < 0)
+            fail(item);
+        try {
+            copy(file, item);
+        } catch (...) {
+            unlinkat(parent.get(), name, 0);
+            throw;
+        }
+    }
+
+    void copy(const Descriptor& file, const Item& item) {
+        HostZipMember member(archive_.getPath(), item.name, HostZip::kMaxUnpackedSize);
+        std::vector<char> buffer(256 << 10);
+        while (const std::size_t got = member.read(buffer.data(), buffer.size())) {
+            for (std::size_t done = 0; done < got;) {
+                const ssize_t written = write(file.get(), buffer.data() + done, got - done);
+                if (written < 0 && errno != EINTR)
+                    fail(item);
+                done += written > 0 ? static_cast<std::size_t>(written) : 0;
+            }
+        }
+    }
+
+    [[noreturn]] void fail(const Item& item) const { archive_.fail(item.name, std::string("cannot be unpacked: ") + std::strerror(errno)); }
+
+    const HostZipArchive& archive_;
+    Descriptor root_;
+    bool overwrites_;
+};
+
+} // namespace
+
+bool HostZip::uncompressDir(const std::string& archive, const std::string& entry, const std::string& directory, int flags) {
+    const HostZipSession session(archive);
+    const auto open = HostZipArchive::open(archive);
+    const std::vector<Item> items = collect(*open, entry);
+    if (items.empty())
+        return false;
+    HostFile(directory).mkDirRecursive();
+    Unpacker unpacker(*open, directory, (flags & kOverwrite) != 0);
+    for (const Item& item : items)
+        unpacker.unpack(item);
+    return true;
+}
