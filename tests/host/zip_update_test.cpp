@@ -285,8 +285,7 @@ TEST_F(ZipUpdate, RefusesArchivesThatLie) {
     const std::size_t end = second + 47;
     ZipBuilder::Member greedy{.name = "a", .content = "alpha", .method = ZipBuilder::Stored};
     greedy.size = greedy.compressedSize = 60;
-    ZipBuilder::Member masked{.name = "a", .content = "alpha"};
-    masked.localName = "z";
+    const ZipBuilder::Member masked{.name = "a", .content = "alpha", .localName = std::string("z")};
 
     const std::vector<std::pair<std::string, std::string>> cases = {
         {ZipBuilder().add("a", "1").add("a", "2").bytes(), "a: there are two of this name"},

@@ -59,6 +59,8 @@ int failWith(int cause) {
 
 } // namespace
 
+// Seen by the library under test, in place of the C library's.
+#pragma GCC visibility push(default)
 extern "C" {
 
 ssize_t write(int fd, const void* data, size_t size) {
@@ -119,6 +121,7 @@ int open(const char* path, int flags, ...) {
 }
 
 } // extern "C"
+#pragma GCC visibility pop
 
 FaultPlan::Outcome FaultPlan::run(unsigned kinds, unsigned n, Action action, const std::function<void()>& work) {
     std::fflush(nullptr);
