@@ -305,8 +305,9 @@ TEST(HZEPDsaXmlReader, InvalidDocuments) {
         EXPECT_FALSE(HZEPDsaXmlReader(archive, &platform).parseDSA());
         ASSERT_EQ(sent.lines.size(), 1u);
         EXPECT_THAT(sent.lines[0], StartsWith("critical warning|@74-62@%s%s%d|" + archive + "/dsa.xml|"));
-        if (!row.lineWith.empty())
+        if (!row.lineWith.empty()) {
             EXPECT_THAT(sent.lines[0], testing::EndsWith("|" + std::to_string(lineOf(xml, row.lineWith))));
+        }
     }
 }
 

@@ -407,6 +407,9 @@ public:
     bool extractFile(const std::string& fileKey, const std::string& outFile) const;
     /// An entry of this platform's archive; below "hw_emu/" for a child hardware emulation platform.
     bool extractFileFromPlatform(const std::string& entry, const std::string& outFile) const;
+    /// The file listed as "HPFM", below "hw_emu/" for a child hardware emulation platform. With getNormalizeMemoryBanks a file written
+    /// as "*.hpfm" gets its memory banks made alike; raises HostXMLException when that can't be written.
+    bool extractHPFMFile(const std::string& outFile) const;
 
 protected:
     /// The text of an entry of the archive as it is, or as archiveFile is about to make it; "" without the entry.

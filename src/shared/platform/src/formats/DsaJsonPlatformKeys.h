@@ -230,6 +230,10 @@ inline void addBinaryContentValues(HPLPlatform& platform, const std::string& val
     }
 }
 
+/// The lists that an archive's hardware platform file may give in place of the document.
+inline constexpr char kBusInterfaces[] = "busInterfaces";
+inline constexpr char kNocConnectivity[] = "nocConnectivity";
+
 /// A key that is absent is not told to the model in the rows called optional, where a default stands; in the others it is.
 inline constexpr Key<HPLPlatform> kPlatformKeys[] = {
     Root::number<&HPLPlatform::setGeneratedChangeList>("generatedChangeList"),
@@ -291,8 +295,8 @@ inline constexpr Key<HPLPlatform> kPlatformKeys[] = {
         drain(list, [&platform](Tree::value_type& item) { readSystemClock(platform, item.second); });
     },
                 kSystemClockKeys>("systemClocks", Shape::List),
-    Root::list<&HPLPlatform::addBusInterface, kBusInterfaceKeys>("busInterfaces"),
-    Root::list<&HPLPlatform::addNocConnectivity, kNocConnectivityKeys>("nocConnectivity"),
+    Root::list<&HPLPlatform::addBusInterface, kBusInterfaceKeys>(kBusInterfaces),
+    Root::list<&HPLPlatform::addNocConnectivity, kNocConnectivityKeys>(kNocConnectivity),
     Root::list<&HPLPlatform::addHardwareIPParam, kIpParamKeys>("ipParameters"),
     Root::writtenOnly("extensions", Shape::Object),
     Root::writtenOnly("description"),

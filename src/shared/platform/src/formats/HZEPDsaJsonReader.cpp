@@ -4,6 +4,7 @@
 
 #include "DsaJsonPlatformKeys.h"
 #include "HPLPlatform.h"
+#include "HZEPHpfmReader.h"
 #include "HZEPJSONText.h"
 #include "HostFile.h"
 #include "HostMsgMgr.h"
@@ -139,6 +140,37 @@ std::string HZEPDsaJsonReader::getEntryIfExists_(const std::string& entry) const
     return HostZip::containsFile(archive_, entry) ? entry : "";
 }
 
+std::string HZEPDsaJsonReader::getHpfmFile() const {
+    return getEntryIfExists_(platform_->getFile("HPFM"));
+}
+
+std::string HZEPDsaJsonReader::getHpfmStr() const {
+    const std::string entry = getHpfmFile();
+    if (entry.empty() || !hoststream::iostreams::zip_istream(entry, archive_).is_open())
+        return "";
+    return HostZip::readMember(archive_, entry);
+}
+
+bool HZEPDsaJsonReader::readHpfmBusInterfaces(const std::string& hpfmText) {
+    return !hpfmText.empty() && HZEPHpfmReader(hpfmText, platform_).parseBusInterfaces();
+}
+
+bool HZEPDsaJsonReader::readHpfmNocConnectivity(const std::string& hpfmText) {
+    return !hpfmText.empty() && HZEPHpfmReader(hpfmText, platform_).parseNocConnectivity();
+}
+
 void HZEPDsaJsonReader::parseRoot_(ptree& root) {
-    dsa_json::fill(*platform_, root, dsa_json::kPlatformKeys);
+    // The lists of the archive's hardware platform file go before the document's, whose files tell where it is.
+    std::string hpfm;
+    for (const dsa_json::Key<HPLPlatform>& key : dsa_json::kPlatformKeys) {
+        if (key.name == dsa_json::kBusInterfaces) {
+            hpfm = getHpfmStr();
+            if (readHpfmBusInterfaces(hpfm))
+                continue;
+        } else if (key.name == dsa_json::kNocConnectivity && readHpfmNocConnectivity(hpfm)) {
+            continue;
+        }
+        if (key.read)
+            key.read(*platform_, root, key.name);
+    }
 }

@@ -67,6 +67,11 @@ bool HZEPHardwarePlatform::extractFileFromPlatform(const std::string& entry, con
     return !entry.empty() && !outFile.empty() && PlatformFileExtractor(*this).extract(entry, outFile);
 }
 
+bool HZEPHardwarePlatform::extractHPFMFile(const std::string& outFile) const {
+    const std::string entry = getFile("HPFM");
+    return !entry.empty() && PlatformFileExtractor(*this, getNormalizeMemoryBanks()).extract(entry, outFile);
+}
+
 HZEPVcePartition* HZEPHardwarePlatform::addVcePartition() {
     return &vcePartitions_.emplace_back();
 }
