@@ -18,8 +18,8 @@
 #include <utility>
 #include <vector>
 
-using boost::property_tree::json_parser::json_parser_error;
 using boost::property_tree::ptree_bad_path;
+using boost::property_tree::json_parser::json_parser_error;
 using testing::ElementsAre;
 using testing::HasSubstr;
 

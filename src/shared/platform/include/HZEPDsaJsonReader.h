@@ -60,7 +60,8 @@ public:
 
 private:
     bool parseMember_(const std::string& archive, const std::string& entry);
-    void parseRoot_(boost::property_tree::ptree& root);
+    /// What the emulation metadata of the archive says about the platform; of two forms the JSON one counts.
+    void scanEmulations_();
     std::string getEntryIfExists_(const std::string& entry) const;
 
     HPLPlatform* platform_;

@@ -74,6 +74,7 @@ private:
     void parseFiles_(const BasePlatform::Files& files);
     void parseFile_(const BasePlatform::File& source);
     void parseHpfm_(const std::string& member);
+    void scanEmulations_(const std::string& member);
     void parseFeatureRom_(const BasePlatform::FeatureRom& source);
     void parseDesignIPs_(const BasePlatform::DesignIPs& ips);
     void parseIP_(const BasePlatform::IP& source, HZEPDesignIPInstance& instance);

@@ -231,6 +231,7 @@ inline void addBinaryContentValues(HPLPlatform& platform, const std::string& val
 }
 
 /// The lists that an archive's hardware platform file may give in place of the document.
+inline constexpr char kFiles[] = "files";
 inline constexpr char kBusInterfaces[] = "busInterfaces";
 inline constexpr char kNocConnectivity[] = "nocConnectivity";
 
@@ -289,7 +290,7 @@ inline constexpr Key<HPLPlatform> kPlatformKeys[] = {
     Root::list<&HPLPlatform::addDevice, kDeviceKeys>("devices"),
     Root::list<&HPLPlatform::addInterface, kInterfaceKeys>("interfaces"),
     Root::list<&HPLPlatform::addMemory, kMemoryKeys>("memories"),
-    Root::records<FileItem, kFileKeys, &addFile>("files"),
+    Root::records<FileItem, kFileKeys, &addFile>(kFiles),
     Root::list<&HPLPlatform::addFeatureRom, kFeatureRomKeys>("featureRoms"),
     Root::child<[](HPLPlatform& platform, Tree& list) {
         drain(list, [&platform](Tree::value_type& item) { readSystemClock(platform, item.second); });

@@ -4,6 +4,8 @@
 
 #include "BasePlatformLMX.h"
 #include "HPLPlatform.h"
+#include "HZEPEmulationXMLReader.h"
+#include "HZEPEmulations.h"
 #include "HZEPHpfmReader.h"
 #include "HostEnv.h"
 #include "HostErrors.h"
@@ -401,6 +403,17 @@ void HZEPDsaXmlReader::parseFile_(const BasePlatform::File& source) {
         file.setUsedIn(toUtf8(source.GetUsedIn()));
     if (isWord(source.GetType(), "HPFM"))
         parseHpfm_(name);
+    if (isWord(source.GetType(), "EMU_XML"))
+        scanEmulations_(name);
+}
+
+void HZEPDsaXmlReader::scanEmulations_(const std::string& member) {
+    HZEPEmulations emulations;
+    HZEPEmulationXMLReader::parseFromDsa(path_, member, &emulations);
+    for (const HZEPEmulation* emulation : emulations.getEmulations())
+        for (const HZEPEmulationFile* file : emulation->getFiles())
+            if (file->getType() == "EMU_HPFM")
+                platform_->setSupportsHWEmulation(true);
 }
 
 /// A bad file does not stop the read; what it has to say goes over what the metadata said before.
