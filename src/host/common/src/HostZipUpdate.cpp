@@ -72,7 +72,7 @@ struct HostZipUpdate::State {
     }
 
     [[noreturn]] void fail(const std::string& entry, const std::string& cause) const {
-        throw HostError(archive + ": " + entry + ": " + cause);
+        throw HostError(archive + ": " + getPrintableZipName(entry) + ": " + cause);
     }
 
     /// Until the change has succeeded no other one is let in.

@@ -64,7 +64,9 @@ public:
 
 private:
     [[noreturn]] void fail(const std::string& cause) const { throw HostError(archive_ + ": " + cause); }
-    [[noreturn]] void fail(const ZipMember& member, const std::string& cause) const { fail(member.name + ": " + cause); }
+    [[noreturn]] void fail(const ZipMember& member, const std::string& cause) const {
+        fail(getPrintableZipName(member.name) + ": " + cause);
+    }
 
     std::string readAt(std::uint64_t offset, std::size_t size) const {
         std::string bytes(size, '\0');
@@ -423,6 +425,13 @@ const char* getZipNameFault(const std::string& name) {
         start = end + 1;
     }
     return nullptr;
+}
+
+std::string getPrintableZipName(std::string name) {
+    for (char& c : name)
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
+            c = '?';
+    return name;
 }
 
 std::string renderZipLocalHeader(const ZipMember& member, bool wide) {

@@ -44,5 +44,8 @@ struct ZipDirectory {
 /// Why a member must not bear this name, in a few words; null for a name that stays below the folder it is unpacked to.
 const char* getZipNameFault(const std::string& name);
 
+/// For messages: control characters, which a terminal would obey, become "?".
+std::string getPrintableZipName(std::string name);
+
 /// The local header of a member whose sizes and checksum are known. With `wide` the sizes stand in the 64-bit field.
 std::string renderZipLocalHeader(const ZipMember& member, bool wide);
