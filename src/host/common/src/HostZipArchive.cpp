@@ -18,36 +18,6 @@ bool isEqual(const timespec& a, const timespec& b) {
     return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
 
-std::uint64_t littleEndian(const char* bytes, int count) {
-    std::uint64_t value = 0;
-    for (int i = count; i-- > 0;)
-        value = value << 8 | static_cast<unsigned char>(bytes[i]);
-    return value;
-}
-
-/// The zip library takes memory for as many members as a 64-bit end record announces before it looks for the first of them; a
-/// record that announces more than the file can hold is refused here.
-bool announcesTooManyMembers(int fd, std::uint64_t fileSize) {
-    constexpr std::size_t kEndSize = 22, kLocatorSize = 20, kMaxComment = 0xffff, kEnd64Size = 56, kMinEntrySize = 46;
-    std::string tail(static_cast<std::size_t>(std::min<std::uint64_t>(fileSize, kEndSize + kLocatorSize + kMaxComment)), '\0');
-    const ssize_t got = pread(fd, tail.data(), tail.size(), static_cast<off_t>(fileSize - tail.size()));
-    if (got != static_cast<ssize_t>(tail.size()))
-        return false;
-    const std::string locator("PK\x06\x07", 4);
-    for (auto at = tail.find(locator); at != std::string::npos; at = tail.find(locator, at + 1)) {
-        if (at + kLocatorSize > tail.size())
-            break;
-        char record[kEnd64Size];
-        const std::uint64_t offset = littleEndian(tail.data() + at + 8, 8);
-        if (offset >= fileSize || pread(fd, record, sizeof record, static_cast<off_t>(offset)) != static_cast<ssize_t>(sizeof record))
-            continue;
-        for (const int field : {24, 32})
-            if (littleEndian(record + field, 8) > fileSize / kMinEntrySize)
-                return true;
-    }
-    return false;
-}
-
 } // namespace
 
 bool HostFileIdentity::operator==(const HostFileIdentity& other) const {
@@ -80,8 +50,6 @@ std::shared_ptr<HostZipArchive> HostZipArchive::openFresh(const std::string& pat
         cause = "is not a regular file";
     else if (info.st_size == 0)
         cause = "is empty, not a zip archive";
-    else if (announcesTooManyMembers(fd, static_cast<std::uint64_t>(info.st_size)))
-        cause = "announces more members than it can hold";
     std::FILE* file = cause.empty() ? fdopen(fd, "rb") : nullptr;
     if (!file) {
         if (cause.empty())

@@ -60,7 +60,6 @@ public:
 
 private:
     bool parseMember_(const std::string& archive, const std::string& entry);
-    void parseRoot_(boost::property_tree::ptree& root);
     std::string getEntryIfExists_(const std::string& entry) const;
 
     HPLPlatform* platform_;
