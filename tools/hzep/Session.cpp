@@ -20,6 +20,12 @@ namespace {
 
 constexpr const char* kNotLoaded = "@74-60@%s";
 constexpr const char* kPlatformFileFault = "@74-9@%s";
+constexpr const char* kMetadataFault = "@74-65@%s%s%s";
+
+/// XML metadata is looked for last, so an archive without any metadata is reported for having none in XML.
+bool isMissingXml(const HostMsg& message) {
+    return message.key == kMetadataFault && message.args.size() > 1 && !HostZip::containsFile(message.args[1], message.args[0]);
+}
 
 std::string join(const std::vector<std::string>& texts) {
     std::string joined;
@@ -44,7 +50,7 @@ std::string describeArchive(const std::string& archive) {
         if (HostZip::containsFile(archive, entry))
             return archive + ": " + entry + ": the metadata is empty";
     }
-    return archive + ": holds no metadata: no entry \"" + ext + ".json\"";
+    return archive + ": holds no metadata: no entry \"" + ext + ".json\" or \"" + ext + ".xml\"";
 }
 
 /// The archive that loading the path reads.
@@ -102,6 +108,7 @@ auto Session::read(const std::string& path, Read read) {
     } catch (const std::exception& error) {
         throw Unusable(describeFailure(path, error.what()));
     }
+    std::erase_if(messages_, isMissingXml);
     const bool isUnexplained = messages_.size() == 1;
     const std::string failure = describeFailure(path, "it could not be read");
     const std::string cause = isUnexplained ? describeArchive(getHardwareFile(path)) : "";
