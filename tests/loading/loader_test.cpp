@@ -238,8 +238,8 @@ TEST(Loader, StepsCanBeCalledByHandAndAgain) {
     loader.attachHardwarePlatform();
     loader.attachSoftwarePlatform();
     // What is attached is not read again.
-    std::filesystem::remove_all(dir.path("hw"));
-    std::filesystem::remove_all(dir.path("sw"));
+    dir.write("hw/a.kar", "no archive");
+    dir.write("sw/p.spfm", "no XML");
     loader.attachHardwarePlatform();
     auto platform = loader.load();
     ASSERT_TRUE(platform);

@@ -276,7 +276,10 @@ void c_xml::s_parser::locate(s_event& event) {
 }
 
 void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int count, const xmlChar** list) {
-    if (code != error_none) {
+    // A tag that breaks off is announced as well, before its fault.
+    const xmlChar* const tag_end = context->input->cur;
+    const bool is_whole = *tag_end == '>' || (*tag_end == '/' && tag_end[1] == '>');
+    if (code != error_none || !is_whole) {
         return;
     }
     s_event event;

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#include <gtest/gtest.h>
+
+#include "Outcome.h"
+#include "TempDir.h"
+#include "ZEPPlatformLMX.h"
+#include "ZEPSoftwarePlatformLMX.h"
+
+#include <cstdlib>
+
+namespace {
+
+using namespace lmx60;
+
+std::string platform(const std::string& hardware) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<zep:platform xmlns:zep=\"urn:tolvan:zep\" zep:vendor=\"v&#10;&#9;\" zep:library=\"l\" zep:name=\"n\" zep:version=\"1.10\" "
+           "zep:schemaVersion=\"1\">\n"
+           "  <zep:description> d </zep:description>\n" +
+           hardware +
+           "  <zep:softwarePlatforms>\n"
+           "    <zep:softwarePlatform zep:path=\"sw\" zep:name=\"a.spfm\"/>\n"
+           "  </zep:softwarePlatforms>\n"
+           "</zep:platform>\n";
+}
+
+const std::string group = platform("  <zep:hardwarePlatforms>\n"
+                                   "    <zep:hardwarePlatform zep:path=\"hw\" zep:name=\"a.kar\"/>\n"
+                                   "    <zep:hwEmuPlatform zep:path=\"emu\" zep:name=\"e.kar\"/>\n"
+                                   "  </zep:hardwarePlatforms>\n");
+const std::string emulation = platform("  <zep:hardwarePlatforms>\n"
+                                       "    <zep:hwEmuPlatform zep:path=\"emu\" zep:name=\"e.kar\"/>\n"
+                                       "  </zep:hardwarePlatforms>\n");
+const std::string partitions = platform("  <zep:hardwarePlatforms zep:defaultRP=\"1\">\n"
+                                        "    <zep:reconfigurablePartition zep:id=\"0\">\n"
+                                        "      <zep:hardwarePlatform zep:path=\"\" zep:name=\"a.kar\"/>\n"
+                                        "    </zep:reconfigurablePartition>\n"
+                                        "    <zep:reconfigurablePartition zep:id=\"1\">\n"
+                                        "      <zep:hwEmuPlatform zep:path=\"\" zep:name=\"a.kar\"/>\n"
+                                        "    </zep:reconfigurablePartition>\n"
+                                        "  </zep:hardwarePlatforms>\n");
+const std::string none = platform("  <zep:hardwarePlatforms/>\n");
+const std::string emptyPartition = platform("  <zep:hardwarePlatforms>\n"
+                                            "    <zep:reconfigurablePartition zep:id=\"1\"/>\n"
+                                            "  </zep:hardwarePlatforms>\n");
+
+const std::string software = R"(<?xml version="1.0" encoding="UTF-8"?>
+<zep:platform xmlns:zep="urn:tolvan:zep" zep:vendor="v" zep:library="l" zep:name="n" zep:version="1.0">
+  <zep:description/>
+  <zep:systemConfigurations zep:defaultConfiguration="c">
+    <zep:configuration zep:name="c" zep:displayName="C" zep:defaultProcessorGroup="p" zep:runtimes="ocl,cpp">
+      <zep:description>text</zep:description>
+      <zep:prebuilt zep:data="d"/>
+      <zep:bootImages zep:default="i">
+        <zep:image zep:name="i" zep:bif="b" zep:readme="r" zep:qemuBoot="q"/>
+      </zep:bootImages>
+      <zep:processorGroup zep:name="p" zep:displayName="P" zep:cpuType="t" zep:architecture="a">
+        <zep:os zep:name="o" zep:displayName="O" zep:hypervisorGuest="yes" zep:libraryNames="x" zep:toolConfig="y"/>
+      </zep:processorGroup>
+    </zep:configuration>
+    <zep:configuration zep:name="e" zep:displayName="E">
+      <zep:description/>
+    </zep:configuration>
+  </zep:systemConfigurations>
+</zep:platform>
+)";
+
+template <class Root>
+void expectRoundTrip(const std::string& text) {
+    SCOPED_TRACE(text);
+    Root root;
+    ASSERT_EQ(readInto(root, text).code, 0);
+    EXPECT_EQ(written(root), text);
+    Root again;
+    ASSERT_EQ(readInto(again, written(root)).code, 0);
+    EXPECT_EQ(again, root);
+}
+
+TEST(Families, FilesRoundTripToTheByte) {
+    for (const std::string& text : {group, emulation, partitions}) {
+        expectRoundTrip<ZEPPlatform::Platform>(text);
+        expectRoundTrip<ZEPPlatform::Zep>(text);
+    }
+    expectRoundTrip<ZEPSoftwarePlatform::Platform>(software);
+    ZEPPlatform::Platform platform;
+    ASSERT_EQ(readInto(platform, group).code, 0);
+    EXPECT_EQ(platform.GetVendor(), L"v\n\t");
+    EXPECT_EQ(platform.GetVersion().get_as_string(), "1.10");
+}
+
+TEST(Families, TheContentOfHardwarePlatformsIsAChoice) {
+    using namespace ZEPPlatform;
+    const struct {
+        const std::string& text;
+        int choice;
+    } rows[] = {{group, HardwarePlatforms::Choice_AnonHardwarePlatform},
+                {emulation, HardwarePlatforms::Choice_HwEmuPlatform},
+                {partitions, HardwarePlatforms::Choice_ReconfigurablePartition},
+                {none, HardwarePlatforms::Choice_None}};
+    for (int i = 0; i < 4; ++i) {
+        Platform read;
+        EXPECT_EQ(readInto(read, rows[i].text).code, 0);
+        EXPECT_EQ(read.GetHardwarePlatforms().GetChoice(), i);
+        EXPECT_EQ(rows[i].choice, i);
+    }
+    Platform read;
+    ASSERT_EQ(readInto(read, partitions).code, 0);
+    HardwarePlatforms& hardware = read.GetHardwarePlatforms();
+    EXPECT_EQ(hardware.GetDefaultRP().get(), 1);
+    EXPECT_EQ(hardware.GetReconfigurablePartition(0).GetAnonHardwarePlatform().GetHardwarePlatform().GetName(), L"a.kar");
+    EXPECT_EQ(hardware.GetReconfigurablePartition(1).GetChoice(), ReconfigurablePartition::Choice_HwEmuPlatform);
+    hardware.GetAnonHardwarePlatform().GetHardwarePlatform().SetName(L"x");
+    EXPECT_EQ(hardware.SizeReconfigurablePartition(), 0u);
+}
+
+TEST(Families, NothingChosenIsReadButNotWritten) {
+    ZEPPlatform::Platform read;
+    s_debug_error debug;
+    std::string text;
+    ASSERT_EQ(readInto(read, none).code, 0);
+    EXPECT_EQ(read.Marshal(&text, &debug), error_nothing_selected);
+    EXPECT_EQ(debug.item, "{anonymous compositor}");
+
+    ASSERT_EQ(readInto(read, emptyPartition).code, 0);
+    EXPECT_EQ(read.GetHardwarePlatforms().GetReconfigurablePartition(0).GetChoice(), 2);
+    EXPECT_FALSE(read.GetHardwarePlatforms().GetReconfigurablePartition(0).IsOccursOk());
+    EXPECT_THROW(read.Marshal(&text), lmx_exception);
+}
+
+std::string replaced(std::string text, const std::string& what, const std::string& with) {
+    const std::size_t at = text.find(what);
+    EXPECT_NE(at, std::string::npos);
+    return text.replace(at, what.size(), with);
+}
+
+TEST(Families, FaultsOfPlatformFiles) {
+    const struct {
+        std::string text;
+        int code;
+        const char* item;
+        int line;
+    } rows[] = {
+        {replaced(group, "\"1.10\"", "\"abc\""), 35, "version", 2},
+        {replaced(group, "zep:vendor=\"v&#10;&#9;\"", ""), 25, "platform", 2},
+        {replaced(group, " zep:path=\"hw\"", ""), 25, "hardwarePlatform", 5},
+        {replaced(group, " zep:path=\"emu\"", ""), 25, "hwEmuPlatform", 6},
+        {replaced(group, " zep:path=\"sw\"", ""), 25, "softwarePlatform", 9},
+        {replaced(partitions, " zep:id=\"0\"", ""), 25, "reconfigurablePartition", 5},
+        {replaced(partitions, "zep:defaultRP=\"1\"", "zep:defaultRP=\"one\""), 35, "defaultRP", 4},
+        {replaced(group, "  <zep:description> d </zep:description>\n", ""), 21, "description", 3},
+        {replaced(group, "<zep:softwarePlatform zep:path=\"sw\" zep:name=\"a.spfm\"/>", ""), 21, "softwarePlatform", 10},
+        {replaced(group, "\"a.spfm\"/>", "\"a\"/><zep:softwarePlatform zep:path=\"\" zep:name=\"b\"/>"), 106, "softwarePlatform", 9},
+        {replaced(group, "urn:tolvan:zep", "urn:other"), 16, "platform", 2},
+        {"<zep:hwEmuPlatform xmlns:zep='urn:tolvan:zep' zep:path='' zep:name=''/>", 16, "hwEmuPlatform", 1},
+    };
+    for (const auto& row : rows) {
+        ZEPPlatform::Platform read;
+        const Outcome outcome = readInto(read, row.text);
+        EXPECT_EQ(outcome.code, row.code) << outcome << "\n" << row.text;
+        EXPECT_EQ(outcome.item, row.item) << outcome;
+        EXPECT_EQ(outcome.line, row.line) << outcome << "\n" << row.text;
+    }
+    ZEPPlatform::Zep zep;
+    EXPECT_EQ(readInto(zep, rows[11].text).code, 0);
+    EXPECT_EQ(zep.GetChoice(), ZEPPlatform::Zep::Choice_HwEmuPlatform);
+    EXPECT_EQ(readInto(zep, "<zep:description xmlns:zep='urn:tolvan:zep'/>").code, 16);
+}
+
+TEST(Families, TheSchemasAcceptTheFiles) {
+    TempDir dir;
+    const auto validates = [&](const char* schema, const std::string& text) {
+        const std::string file = dir.write("file.xml", text);
+        const std::string command =
+            std::string("xmllint --noout --nonet --schema " PLATFORM_SCHEMA_DIR "/") + schema + " '" + file + "' 2>/dev/null";
+        return std::system(command.c_str()) == 0;
+    };
+    for (const std::string& text : {group, emulation, partitions, none, emptyPartition}) {
+        EXPECT_TRUE(validates("ZEPPlatform.xsd", text)) << text;
+    }
+    EXPECT_TRUE(validates("ZEPSoftwarePlatform.xsd", software));
+    EXPECT_FALSE(validates("ZEPPlatform.xsd", software));
+}
+
+} // namespace
