@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iostream>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -39,8 +40,9 @@ class Printed {
 public:
     Printed() { testing::internal::CaptureStdout(); }
     ~Printed() {
+        // What failed in the meantime was captured too.
         if (!taken_)
-            testing::internal::GetCapturedStdout();
+            std::cerr << testing::internal::GetCapturedStdout();
     }
     std::string take() {
         taken_ = true;
@@ -57,6 +59,14 @@ inline std::string edited(std::string text, const std::string& from, const std::
     EXPECT_NE(at, std::string::npos) << "nothing to edit: " << from;
     EXPECT_EQ(text.find(from, at + 1), std::string::npos) << "ambiguous: " << from;
     return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}
+
+/// The text from the first `from` to the `to` behind it, which does not belong to it.
+inline std::string between(const std::string& text, const std::string& from, const std::string& to) {
+    const auto begin = text.find(from);
+    const auto end = text.find(to, begin);
+    EXPECT_NE(end, std::string::npos) << from << " ... " << to;
+    return text.substr(begin, end - begin);
 }
 
 /// Line, counted from 1, in which the text first stands.

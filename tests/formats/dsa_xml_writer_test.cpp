@@ -9,14 +9,15 @@
 #include "HostErrors.h"
 #include "lmx60.h"
 
+#include <boost/algorithm/string/join.hpp>
 #include <boost/property_tree/ptree.hpp>
 #include <gmock/gmock.h>
 
 #include <filesystem>
 #include <map>
+#include <set>
 
 using boost::property_tree::ptree;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -71,6 +72,42 @@ std::set<std::string> differences(const Leaves& before, const Leaves& after, std
     note(after, before);
     return paths;
 }
+
+/// What the document of a card loses, or finds changed, on its way through XML.
+const std::set<std::string> kLost = {
+    "/busInterfaces",
+    "/designIDs",
+    "/designIntent/dataCenter/explicit",
+    "/designIntent/externalHost/explicit",
+    "/designIntent/externalHost/value",
+    "/devices/0/core/availableResources/pBlocks/0/validSlrs", // comes back as one name
+    "/devices/0/core/reconfigModuleName",
+    "/devices/0/core/sourceViewInstPath",
+    "/devices/0/numSLRs",
+    "/drBdInstName",
+    "/extendedIdCode",
+    "/flash",
+    "/genLink",
+    "/genSwEmuLink",
+    "/hardware",
+    "/hardwareEmuPlatform",
+    "/hardwareEmulation",
+    "/hasExternalSources",
+    "/hasMDAContent",
+    "/idCode",
+    "/ipParameters",
+    "/maxAXIMMManagers", // counted from the bus interfaces
+    "/nocConnectivity",
+    "/reconfigPartitionIDs",
+    "/resources", // those of the core
+    "/rm",
+    "/softwareEmulation",
+    "/static",
+    "/systemClocks",
+    "/usesNIFD",
+    "/vceHardware",
+    "/vcePartitions",
+};
 
 } // namespace
 
@@ -145,19 +182,6 @@ TEST(HZEPDsaXmlWriter, TheLastInterfaceAndFeatureRomStand) {
     EXPECT_TRUE(readDsa(read, text));
 }
 
-TEST(HZEPDsaXmlWriter, MemoriesNeedADdr) {
-    Minimal platform;
-    HPLMemory& memory = *platform.addMemory();
-    memory.setName("bank");
-    memory.setType("hbm");
-    memory.setSize("1GB");
-    ASSERT_EQ(platform.getNumDDRs(), 0u);
-    EXPECT_THAT(written(platform), Not(HasSubstr("<Memories>")));
-    memory.setType("ddr4");
-    EXPECT_THAT(written(platform),
-                HasSubstr("<Memory Name=\"bank\" Type=\"ddr4\" Size=\"1GB\" LowestAddress=\"0\" HighestAddress=\"0\"/>"));
-}
-
 /// The same card in JSON and in XML: all that may differ.
 TEST(HZEPDsaXmlWriter, WhatXmlCannotHold) {
     HPLPlatform before;
@@ -165,12 +189,11 @@ TEST(HZEPDsaXmlWriter, WhatXmlCannotHold) {
     HPLPlatform after;
     ASSERT_TRUE(readDsa(after, written(before)));
     before.setPlatformFile(after.getPlatformFile());
-    EXPECT_THAT(differences(leavesOf(before), leavesOf(after),
-                            {"/busInterfaces", "/designIDs", "/flash", "/ipParameters", "/nocConnectivity", "/reconfigPartitionIDs",
-                             "/systemClocks", "/vceHardware", "/vcePartitions"}),
-                ElementsAre("/busInterfaces", "/designIDs", "/designIntent/dataCenter/explicit", "/designIntent/externalHost/explicit",
-                            "/designIntent/externalHost/value", "/flash", "/ipParameters", "/nocConnectivity", "/reconfigPartitionIDs",
-                            "/systemClocks", "/vceHardware", "/vcePartitions"));
+    const std::set<std::string> lost =
+        differences(leavesOf(before), leavesOf(after),
+                    {"/busInterfaces", "/designIDs", "/devices/0/core/availableResources/pBlocks/0/validSlrs", "/flash", "/ipParameters",
+                     "/nocConnectivity", "/reconfigPartitionIDs", "/resources", "/systemClocks", "/vceHardware", "/vcePartitions"});
+    EXPECT_EQ(boost::algorithm::join(lost, "\n"), boost::algorithm::join(kLost, "\n"));
     EXPECT_EQ(written(after), written(before)) << "a second round changes nothing";
 }
 

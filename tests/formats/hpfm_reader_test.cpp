@@ -175,7 +175,6 @@ TEST(HZEPHpfmReader, OtherPrefixesAndUnknownNamesAreFine) {
 }
 
 TEST(HZEPHpfmReader, BadInput) {
-    const std::string first = "<qd:busInterface qd:busTypeRef";
     const struct {
         const char* fault;
         std::string from;
@@ -197,6 +196,7 @@ TEST(HZEPHpfmReader, BadInput) {
         {"default clock missing", " qd:defaultClock=\"2\"", "", lmx60::error_missing_attribute, "<qd:systemClocks>"},
         {"no resource estimates", "<qd:resourceEstimates qd:BRAM=\"1\" qd:DSP=\"2\" qd:FF=\"3\" qd:LUT=\"4\" qd:nocPlNsu=\"5\"/>", "",
          lmx60::error_missing_element, ""},
+        {"no bus interface", between(kHpfm, "<qd:busInterface qd:busTypeRef", "<qd:nocConnectivity"), "", lmx60::error_missing_element, ""},
         {"parameter behind the bus interfaces", "<qd:nocConnectivity qd:instanceRef=\"noc_1\"/>",
          "<qd:parameter qd:name=\"late\" qd:instanceRef=\"\" qd:componentRef=\"\" qd:isValid=\"\" qd:value=\"\"/>",
          lmx60::error_missing_element, ""},
@@ -234,19 +234,6 @@ TEST(HZEPHpfmReader, BadInput) {
         EXPECT_EQ(sent.lines.back(), "error|@74-12@|" + file.getErrorMsg());
         EXPECT_EQ(documentOf(platform), untouched);
     }
-}
-
-TEST(HZEPHpfmReader, NoBusInterface) {
-    const std::string whole = kHpfm;
-    const auto from = whole.find("    <qd:busInterface");
-    const auto to = whole.find("    <qd:nocConnectivity");
-    const std::string none = whole.substr(0, from) + whole.substr(to);
-    HPLPlatform platform;
-    SentMessages sent;
-    Printed printed;
-    HZEPHpfmReader reader(none, &platform);
-    EXPECT_FALSE(reader.parseStream());
-    EXPECT_THAT(reader.getErrorMsg(), HasSubstr(lmx60::get_error_description(lmx60::error_missing_element)));
 }
 
 TEST(HZEPHpfmReader, NothingToRead) {

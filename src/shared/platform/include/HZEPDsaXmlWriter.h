@@ -20,10 +20,10 @@ class Root;
 
 /// Writes a hardware platform as the XML metadata that HZEPDsaXmlReader reads.
 ///
-/// Lost on the way are: what JSON metadata alone can hold (clocks of the platform, bus interfaces and NoC, IP parameters, partitions,
-/// flash, ids, vector engines, explicit design intent); all feature ROMs and interfaces but the last; the host, and the PCIe id of
-/// what is no flat shell, unless partial reconfiguration is in use; the memories, unless one is a DDR; the core's DR base address,
-/// which is written and not read.
+/// Lost on the way are: what only JSON metadata holds (clocks of the platform, bus interfaces and NoC, IP parameters, partitions, flash,
+/// ids, vector engines, explicit design intent, what is supported); all feature ROMs and interfaces but the last; the host, and the PCIe
+/// id of what is no flat shell, unless partial reconfiguration is in use; the core's DR base address, which is written and not read. The
+/// SLRs of a pblock come back as one name.
 class HZEP_EXPORT HZEPDsaXmlWriter {
 public:
     /// The platform stays the caller's.
