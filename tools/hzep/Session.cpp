@@ -23,6 +23,12 @@ namespace {
 
 constexpr const char* kNotLoaded = "@74-60@%s";
 constexpr const char* kPlatformFileFault = "@74-9@%s";
+constexpr const char* kMetadataFault = "@74-65@%s%s%s";
+
+/// XML metadata is looked for last, so an archive without any metadata is reported for having none in XML.
+bool isMissingXml(const HostMsg& message) {
+    return message.key == kMetadataFault && message.args.size() > 1 && !HostZip::containsFile(message.args[1], message.args[0]);
+}
 
 std::string join(const std::vector<std::string>& texts) {
     std::string joined;
@@ -44,7 +50,7 @@ std::string describeArchive(const std::string& archive) {
     for (const std::string& entry : {"alt_" + primary, primary})
         if (HostZip::containsFile(archive, entry))
             return HostZip::readMember(archive, entry).empty() ? entry + " is empty" : "";
-    return "holds no metadata: there is no entry \"" + primary + "\"";
+    return "holds no metadata: there is no entry \"" + primary + "\" or \"" + ext + ".xml\"";
 }
 
 /// The archives that loading the path reads, itself or those that a platform file names.
@@ -119,6 +125,7 @@ auto Session::read(const std::string& path, Read read) {
     } catch (const std::exception& error) {
         throw Unusable(describeFailure(path, error.what()));
     }
+    std::erase_if(messages_, isMissingXml);
     throw Unusable(describeFailure(path, "it could not be read"));
 }
 

@@ -4,6 +4,10 @@
 
 #include "DsaJsonPlatformKeys.h"
 #include "HPLPlatform.h"
+#include "HZEPEmulationJsonReader.h"
+#include "HZEPEmulationXMLReader.h"
+#include "HZEPEmulations.h"
+#include "HZEPHpfmReader.h"
 #include "HZEPJSONText.h"
 #include "HostFile.h"
 #include "HostFileUtils.h"
@@ -141,13 +145,24 @@ bool HZEPDsaJsonReader::parseJsonString(const std::string& text) {
         HZEPJSONText::read(text, root);
     else
         HZEPJSONText::read(text, root, namesOfLists(), lists);
+    // The lists of the archive's hardware platform file go before the document's, whose files tell where it is.
+    std::string hpfm;
     for (const auto& key : dsa_json::kPlatformKeys) {
         if (!key.read)
             continue;
+        if (key.name == dsa_json::kBusInterfaces) {
+            hpfm = getHpfmStr();
+            if (readHpfmBusInterfaces(hpfm))
+                continue;
+        } else if (key.name == dsa_json::kNocConnectivity && readHpfmNocConnectivity(hpfm)) {
+            continue;
+        }
         if (const auto list = lists.find(std::string_view(key.name)); list != lists.end())
             readListItems(*platform_, key, list->second);
         else
             key.read(*platform_, root, key.name);
+        if (key.name == dsa_json::kFiles)
+            scanEmulations_();
     }
     return true;
 }
@@ -162,4 +177,42 @@ std::string HZEPDsaJsonReader::getAltHwEmuJsonFileNameIfExist() const {
 
 std::string HZEPDsaJsonReader::getEntryIfExists_(const std::string& entry) const {
     return HostZip::containsFile(archive_, entry) ? entry : "";
+}
+
+std::string HZEPDsaJsonReader::getHpfmFile() const {
+    return getEntryIfExists_(platform_->getFile("HPFM"));
+}
+
+std::string HZEPDsaJsonReader::getHpfmStr() const {
+    const std::string entry = getHpfmFile();
+    if (entry.empty() || !hoststream::iostreams::zip_istream(entry, archive_).is_open())
+        return "";
+    return HostZip::readMember(archive_, entry);
+}
+
+bool HZEPDsaJsonReader::readHpfmBusInterfaces(const std::string& hpfmText) {
+    return !hpfmText.empty() && HZEPHpfmReader(hpfmText, platform_).parseBusInterfaces();
+}
+
+bool HZEPDsaJsonReader::readHpfmNocConnectivity(const std::string& hpfmText) {
+    return !hpfmText.empty() && HZEPHpfmReader(hpfmText, platform_).parseNocConnectivity();
+}
+
+void HZEPDsaJsonReader::scanEmulations_() {
+    if (!HostPathUtils::exists(archive_))
+        return;
+    HZEPEmulations emulations;
+    const std::string json = platform_->getFile("EMU_JSON");
+    const std::string xml = platform_->getFile("EMU_XML");
+    if (!json.empty())
+        HZEPEmulationJsonReader::parseFromDsa(archive_, json, &emulations);
+    else if (!xml.empty())
+        HZEPEmulationXMLReader::parseFromDsa(archive_, xml, &emulations);
+    for (const HZEPEmulation* emulation : emulations.getEmulations())
+        for (const HZEPEmulationFile* file : emulation->getFiles()) {
+            if (file->getType() == "EMU_HPFM")
+                platform_->setSupportsHWEmulation(true);
+            else if (file->getType() == "TOP_BD")
+                platform_->setSupportsTwoHwEmuBd(true);
+        }
 }
