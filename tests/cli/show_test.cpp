@@ -26,6 +26,7 @@ TEST_P(ShowExample, PrintsWhatTheCFunctionReturns) {
 
 INSTANTIATE_TEST_SUITE_P(All, ShowExample,
                          testing::Values("kestrel/kestrel.zpfm", "minnow/minnow.zpfm", "trellis/trellis.zpfm", "pebble/pebble.zpfm",
-                                         "kestrel/hw/kestrel.kar", "minnow/sw/minnow.spfm"));
+                                         "kestrel/hw/kestrel.kar", "minnow/sw/minnow.spfm", "heron/heron.zpfm", "heron/hw/heron.dsa",
+                                         "osprey/osprey.zpfm"));
 
 } // namespace

@@ -444,3 +444,75 @@ TEST(JSONText, WritersRebuildADocumentFromItsParts) {
     EXPECT_EQ(writtenBy(writer), writtenByBoost(tree));
     EXPECT_EQ(writer.getTree(), tree);
 }
+
+namespace {
+
+// A tree put together again out of what was read beside it.
+ptree withLists(ptree tree, const HZEPJSONText::Lists& lists) {
+    for (const auto& [name, text] : lists) {
+        ptree list;
+        HZEPJSONText::readItems(text, [&list](ptree& item) { list.push_back({"", ptree()})->second.swap(item); });
+        tree.push_back({name, list});
+    }
+    return tree;
+}
+
+} // namespace
+
+TEST(JSONText, LeavesListsAsText) {
+    const std::string text =
+        R"({"a": "1", "list": [{"b": [1, {"list": []}]}, "]\"", [[]], -2.5e1, null, {}], "after": {"list": [1]}, "other": []})";
+    ptree tree;
+    HZEPJSONText::Lists lists{{"stale", ""}};
+    HZEPJSONText::read(text, tree, {"list", "other", "a", "missing"}, lists);
+    ptree expected = readByBoost(R"({"a": "1", "after": {"list": [1]}})").tree;
+    EXPECT_EQ(tree, expected);
+    ASSERT_EQ(lists.size(), 2u);
+    EXPECT_EQ(lists.at("list"), R"([{"b": [1, {"list": []}]}, "]\"", [[]], -2.5e1, null, {}])");
+    EXPECT_EQ(lists.at("other"), "[]");
+    for (const char* name : {"list", "other"})
+        expected.push_back({name, readByBoost(text).tree.get_child(name)});
+    EXPECT_EQ(withLists(tree, lists), expected);
+}
+
+TEST(JSONText, LeavesOnlyTheFirstMemberOfAName) {
+    ptree tree;
+    HZEPJSONText::Lists lists;
+    const std::string object = R"({"x": [1], "x": [2], "y": {"z": "0"}, "y": [3]})";
+    HZEPJSONText::read(object, tree, {"x", "y"}, lists);
+    ASSERT_EQ(lists.size(), 1u);
+    EXPECT_EQ(lists.at("x"), "[1]");
+    EXPECT_EQ(tree.get<std::string>("y.z"), "0");
+
+    const std::string array = R"([{"x": [1]}, [2]])";
+    HZEPJSONText::read(array, tree, {"x", ""}, lists);
+    EXPECT_TRUE(lists.empty());
+    EXPECT_EQ(tree.size(), 2u);
+}
+
+TEST(JSONText, JudgesTextsOfListsLikeTheRest) {
+    const std::set<std::string, std::less<>> names{"list"};
+    for (const std::string& text :
+         {"{\"list\": [1,]}"s, "{\"list\": [\n\"\\uDC00\"]}"s, "{\"list\": [{\"\\uDC00\": 1}]}"s, "{\"list\": [\"\xED\xA0\x80\"]}"s,
+          "{\"list\": [1], \"a\"}"s, "{\"list\": " + std::string(HZEPJSONText::kMaxDepth, '[') + "}"s}) {
+        ptree tree("before");
+        HZEPJSONText::Lists lists{{"before", ""}};
+        try {
+            HZEPJSONText::read(text, tree, names, lists);
+            ADD_FAILURE() << text;
+        } catch (const json_parser_error& error) {
+            EXPECT_EQ(error.what(), errorOf(text));
+        }
+        EXPECT_EQ(tree, ptree("before"));
+        EXPECT_EQ(lists.count("before"), 1u);
+    }
+    // Deep, but not too deep; and a number that only Boost's parser reads, which gives the whole tree.
+    const std::string deep =
+        "{\"list\": " + std::string(HZEPJSONText::kMaxDepth - 1, '[') + std::string(HZEPJSONText::kMaxDepth - 1, ']') + "}";
+    for (const std::string& text : {deep, "{\"list\": [1e999]}"s}) {
+        ptree tree;
+        HZEPJSONText::Lists lists;
+        HZEPJSONText::read(text, tree, names, lists);
+        EXPECT_EQ(withLists(tree, lists), readByBoost(text).tree);
+    }
+}

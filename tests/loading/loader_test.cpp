@@ -110,7 +110,28 @@ TEST(Loader, ModeChoosesTheMetadata) {
     EXPECT_EQ(nameOf(loadQuietly(path, PlatformLoader::PrimaryJsonOnly)->getHardwarePlatform()), "primary");
     MessageLog log;
     EXPECT_EQ(PlatformLoader(path, PlatformLoader::XmlOnly).load(), nullptr);
-    EXPECT_THAT(log.texts, ElementsAre("@74-60@%s Failed to parse Hardware Platform metadata file"));
+    EXPECT_THAT(log.texts, ElementsAre(testing::StartsWith("@74-65@%s%s%s kar.xml|" + path + "|"),
+                                       "@74-60@%s Failed to parse Hardware Platform metadata file"));
+}
+
+TEST(Loader, XmlMetadataIsReadWithoutJson) {
+    const std::string xml = R"(<Root VersionMajor="1" VersionMinor="15"><GenAppInfo Name="" Version="" CL="0"/>
+<DSA Vendor="orrin" BoardId="b1" Name="from XML" VersionMajor="1" VersionMinor="2" Description=""><Build/>
+<Board Name="" Vendor="" Part=""><Images><Img Type="HDPI" File=""/></Images></Board>
+<Devices><Device Name="fpga0" Type=""><Core Name="" Type="" ComputeUnits="1"/></Device></Devices><Files/></DSA></Root>)";
+    TempDir dir;
+    const std::string both = ZipBuilder(dir.path("a.kar")).add("kar.json", hardwareJson("from JSON")).add("kar.xml", xml).write();
+    const std::string onlyXml = ZipBuilder(dir.path("b.dsa")).add("dsa.xml", xml).write();
+    EXPECT_EQ(nameOf(loadQuietly(both)->getHardwarePlatform()), "from JSON");
+    EXPECT_EQ(nameOf(loadQuietly(both, PlatformLoader::XmlOnly)->getHardwarePlatform()), "from XML");
+    EXPECT_EQ(nameOf(loadQuietly(onlyXml)->getHardwarePlatform()), "from XML");
+    EXPECT_EQ(loadQuietly(onlyXml)->getPlatformFile(), onlyXml);
+
+    const std::string broken = ZipBuilder(dir.path("c.dsa")).add("dsa.xml", xml.substr(0, 100)).write();
+    MessageLog log;
+    EXPECT_EQ(PlatformLoader(broken).load(), nullptr);
+    EXPECT_THAT(log.texts, ElementsAre(testing::StartsWith("@74-62@%s%s%d " + broken + "/dsa.xml|"),
+                                       "@74-60@%s Failed to parse Hardware Platform metadata file"));
 }
 
 TEST(Loader, LoadsPartitions) {
@@ -238,8 +259,8 @@ TEST(Loader, StepsCanBeCalledByHandAndAgain) {
     loader.attachHardwarePlatform();
     loader.attachSoftwarePlatform();
     // What is attached is not read again.
-    std::filesystem::remove_all(dir.path("hw"));
-    std::filesystem::remove_all(dir.path("sw"));
+    dir.write("hw/a.kar", "no archive");
+    dir.write("sw/p.spfm", "no XML");
     loader.attachHardwarePlatform();
     auto platform = loader.load();
     ASSERT_TRUE(platform);

@@ -172,9 +172,9 @@ TEST(SoftwareReader, InvalidFilesAreReportedWithTheirLine) {
     } rows[] = {
         {"root.spfm", "q:platform", "q:other", "2"},
         {"version.spfm", "\"2.0\"", "\"two\"", "2"},
-        {"image.spfm", " q:readme=\"boot/readme.txt\"", "", "8"},
-        {"os.spfm", "<q:os q:name=\"z\" q:displayName=\"Z\"/>", "", "19"},
-        {"cut.spfm", "</q:systemConfigurations>", "", "21"},
+        {"image.spfm", " q:readme=\"boot/readme.txt\"", "", "9"},
+        {"os.spfm", "<q:os q:name=\"z\" q:displayName=\"Z\"/>", "", "20"},
+        {"cut.spfm", "</q:systemConfigurations>", "", "23"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

@@ -17,15 +17,15 @@ public:
     /// sizes above 4 GiB are announced in the 64-bit form.
     struct Member {
         std::string name;
-        std::string content;
+        std::string content = {};
         Method method = Deflated;
         std::uint16_t flags = 0;          // bit 0: encrypted
         std::uint32_t unixMode = 0100644; // 0120777: a symbolic link, its target is the content
-        std::optional<std::uint32_t> crc;
-        std::optional<std::uint64_t> size;
-        std::optional<std::uint64_t> compressedSize;
-        std::optional<std::uint16_t> announcedMethod;
-        std::optional<std::string> localName; // name in the local header alone
+        std::optional<std::uint32_t> crc = {};
+        std::optional<std::uint64_t> size = {};
+        std::optional<std::uint64_t> compressedSize = {};
+        std::optional<std::uint16_t> announcedMethod = {};
+        std::optional<std::string> localName = {}; // name in the local header alone
         bool raw = false;                     // content is stored as given, already in its compressed form
     };
 

@@ -4,6 +4,8 @@
 #include "Session.h"
 
 #include "HZEPHardwarePlatform.h"
+#include "HZEPPlatformXMLReader.h"
+#include "HZEPReconfigurablePartition.h"
 #include "HostErrors.h"
 #include "HostFile.h"
 #include "HostZip.h"
@@ -13,6 +15,7 @@
 
 #include <iostream>
 #include <unistd.h>
+#include <utility>
 
 using zep_platform::PlatformLoader;
 
@@ -20,6 +23,12 @@ namespace {
 
 constexpr const char* kNotLoaded = "@74-60@%s";
 constexpr const char* kPlatformFileFault = "@74-9@%s";
+constexpr const char* kMetadataFault = "@74-65@%s%s%s";
+
+/// XML metadata is looked for last, so an archive without any metadata is reported for having none in XML.
+bool isMissingXml(const HostMsg& message) {
+    return message.key == kMetadataFault && message.args.size() > 1 && !HostZip::containsFile(message.args[1], message.args[0]);
+}
 
 std::string join(const std::vector<std::string>& texts) {
     std::string joined;
@@ -28,29 +37,43 @@ std::string join(const std::vector<std::string>& texts) {
     return joined;
 }
 
-/// What can be told about an archive that no reader had a word for.
+/// What is wrong with an archive that no reader had a word for; "" when nothing is to be seen.
 std::string describeArchive(const std::string& archive) {
-    if (archive.empty() || !HostFile::exists(archive))
-        return "";
     if (HostFile::isDir(archive))
-        return archive + ": is a directory, not an archive";
+        return "is a directory, not an archive";
     const std::string ext = HostFile(archive).getExt();
-    if (!HZEPHardwarePlatform::isValidPlatformExt("." + ext))
+    if (!HostFile::exists(archive) || !HZEPHardwarePlatform::isValidPlatformExt("." + ext))
         return "";
-    if (const std::string fault = HostZip::getFault(archive); !fault.empty())
-        return archive + ": " + fault;
-    for (const char* prefix : {"alt_", ""}) {
-        const std::string entry = prefix + ext + ".json";
+    if (std::string fault = HostZip::getFault(archive); !fault.empty())
+        return fault;
+    const std::string primary = ext + ".json";
+    for (const std::string& entry : {"alt_" + primary, primary})
         if (HostZip::containsFile(archive, entry))
-            return archive + ": " + entry + ": the metadata is empty";
-    }
-    return archive + ": holds no metadata: no entry \"" + ext + ".json\"";
+            return HostZip::readMember(archive, entry).empty() ? entry + " is empty" : "";
+    return "holds no metadata: there is no entry \"" + primary + "\" or \"" + ext + ".xml\"";
 }
 
-/// The archive that loading the path reads.
-std::string getHardwareFile(const std::string& path) {
-    const std::string named = PlatformLoader(path, PlatformLoader::PreferAlternateJson).getHardwarePlatformFile();
-    return named.empty() ? path : named;
+/// The archives that loading the path reads, itself or those that a platform file names.
+std::vector<std::string> getArchives(const std::string& path) {
+    if (HZEPHardwarePlatform::isValidPlatformExt("." + HostFile(path).getExt()))
+        return {path};
+    HZEPPlatform platform;
+    if (!HZEPPlatformXMLReader(path, &platform).parseFile())
+        return {};
+    std::vector<std::string> archives = {platform.getHardwarePlatformFile()};
+    std::vector<HZEPReconfigurablePartition*> partitions;
+    platform.getReconfigurablePartitions(partitions);
+    for (const HZEPReconfigurablePartition* partition : partitions)
+        archives.insert(archives.end(), {partition->getHardwarePlatformFile(), partition->getHardwareEmulationPlatformFile()});
+    return archives;
+}
+
+/// The first archive with a fault and what it is, as one text; the path itself is not named again.
+std::string findFaultyArchive(const std::string& path) {
+    for (const std::string& archive : getArchives(path))
+        if (const std::string fault = describeArchive(archive); !fault.empty())
+            return archive == path ? fault : archive + ": " + fault;
+    return "";
 }
 
 } // namespace
@@ -102,10 +125,8 @@ auto Session::read(const std::string& path, Read read) {
     } catch (const std::exception& error) {
         throw Unusable(describeFailure(path, error.what()));
     }
-    const bool isUnexplained = messages_.size() == 1;
-    const std::string failure = describeFailure(path, "it could not be read");
-    const std::string cause = isUnexplained ? describeArchive(getHardwareFile(path)) : "";
-    throw Unusable(cause.empty() ? failure : failure + ": " + cause);
+    std::erase_if(messages_, isMissingXml);
+    throw Unusable(describeFailure(path, "it could not be read"));
 }
 
 std::shared_ptr<HZEPPlatform> Session::load(const std::string& path) {
@@ -125,16 +146,17 @@ std::string Session::describeFailure(const std::string& path, const std::string&
     std::string place = path;
     std::string result = conclusion;
     std::vector<std::string> causes;
-    for (const HostMsg& message : messages_) {
+    for (const HostMsg& message : std::exchange(messages_, {})) {
         if (message.key == kNotLoaded)
-            result = message.args.empty() ? "" : message.args.front();
-        else if (message.key == kPlatformFileFault && message.args.size() > 1)
-            place += ":" + message.args[1];
+            result = message.args.front();
+        else if (message.key == kPlatformFileFault)
+            place += ":" + message.args.back();
         else
             causes.push_back(HostMsgMgr::getText(message));
     }
+    if (causes.empty() && place == path)
+        if (std::string fault = findFaultyArchive(path); !fault.empty())
+            causes.push_back(std::move(fault));
     messages_.clear();
-    if (causes.empty())
-        return place + ": " + result;
-    return place + ": " + join(causes) + (result.empty() ? "" : " (" + result + ")");
+    return place + ": " + (causes.empty() ? result : join(causes) + " (" + result + ")");
 }

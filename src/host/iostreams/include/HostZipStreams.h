@@ -10,6 +10,7 @@
 #include <ios>
 #include <istream>
 #include <memory>
+#include <ostream>
 #include <string>
 
 namespace hoststream::iostreams {
@@ -32,6 +33,26 @@ public:
 private:
     class Buffer;
     std::unique_ptr<Buffer> buffer_;
+};
+
+/// Output stream into one member of an existing archive: the member is added or replaced, whole, when the stream is closed. The
+/// archive is rewritten then as HostZipUpdate does it.
+class HOST_EXPORT zip_ostream : public std::ostream {
+public:
+    /// Not open, and failed, when the archive or the name is refused. `flags` is 0.
+    zip_ostream(const std::string& entry, const std::string& archive, int flags = 0);
+    /// Closes, but for a stream that goes away with an exception on its way or has failed: the archive then stays as it was. A failure
+    /// can't be told here.
+    ~zip_ostream() override;
+    bool is_open() const;
+
+    /// Raises HostError, the archive being what it was, when anything that was written could not be kept.
+    void close();
+
+private:
+    class Buffer;
+    std::unique_ptr<Buffer> buffer_;
+    int exceptions_;
 };
 
 namespace device {

@@ -49,9 +49,19 @@ public:
     std::string getHwEmuJsonFileNameIfExist() const;
     std::string getAltHwEmuJsonFileNameIfExist() const;
 
+    /// The hardware platform file that the platform lists, when the archive given to canParse holds it, and its text; else "".
+    std::string getHpfmFile() const;
+    std::string getHpfmStr() const;
+
+    /// Take one list out of the text of a hardware platform file. False for an empty text; raise lmx60::c_lmx_exception for one that
+    /// isn't valid.
+    bool readHpfmBusInterfaces(const std::string& hpfmText);
+    bool readHpfmNocConnectivity(const std::string& hpfmText);
+
 private:
     bool parseMember_(const std::string& archive, const std::string& entry);
-    void parseRoot_(boost::property_tree::ptree& root);
+    /// What the emulation metadata of the archive says about the platform; of two forms the JSON one counts.
+    void scanEmulations_();
     std::string getEntryIfExists_(const std::string& entry) const;
 
     HPLPlatform* platform_;

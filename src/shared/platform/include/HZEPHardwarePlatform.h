@@ -21,6 +21,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -368,13 +369,51 @@ public:
     /// The archive holds JSON metadata of a hardware emulation platform below "hw_emu/".
     bool containsChildHardwareEmuPlatform() const;
 
+    // Writing. Each operation rewrites the archive once: a crash or failure at any moment leaves the old archive or the new one, whole.
+    /// Adds a file to the archive, lists it in place of all of that type, and brings the metadata and the digest up to date. Raises
+    /// HostAlgException without an archive to write to, HostUserException when the file or the archive can't be opened, and what
+    /// toJSON and HostZipUpdate raise; the list may then name the file already.
+    void archiveFile(const std::string& fileType, const std::string& entryName, const std::string& sourceFile);
+    /// Replaces the archive's JSON metadata by this platform's document; does nothing without an archive. Raises as archiveFile does.
+    void writeToJSON();
+    /// Stamps the archive with the digest of HostZip::attachDigestEn.
+    void attachDigest() const;
+
     // Extraction: true when the entry was copied to `outFile`, whose directory is made. Without the entry nothing is created.
+    /// The files listed as "DR_BD", "EMU_XML" and "EMU_JSON"; below "hw_emu/" for a child hardware emulation platform.
+    bool extractDrBdFile(const std::string& outFile) const;
+    bool extractEmuXmlFile(const std::string& outFile) const;
+    bool extractEmuJsonFile(const std::string& outFile) const;
+    /// The files listed as "NOC_TRAFFIC" and "NOC_SOLUTION", likewise.
+    bool extractNTSFile(const std::string& outFile) const;
+    bool extractNCRFile(const std::string& outFile) const;
+    /// The vector engine project; a file that stands there already is taken for it.
+    bool extractVCEPRJFile(const std::string& outFile) const;
+    /// Files out of the vector engine project; the first two are also found where older archives list them.
+    bool extractLARCHFile(const std::string& outFile) const;
+    bool extractINTFCSTFile(const std::string& outFile) const;
+    bool extractINTFSOLFile(const std::string& outFile) const;
+    bool extractVCECSTFile(const std::string& outFile) const;
+    bool extractVCEMetadataFile(const std::string& outFile) const;
+    /// "VCE_PL_INTF_ID_STR" of the vector engine project's metadata, "" when there is none.
+    std::string getVCEPlInterfaceIDAsString() const;
+    /// Puts the names and values of a file's "MetaData" into the map, later ones over earlier ones. A file that is missing or no JSON
+    /// changes nothing.
+    static void parseMetaData(const std::string& file, std::map<std::string, std::string>& map);
+
     /// An entry of any archive.
     bool extract(const std::string& entry, const std::string& zipFile, const std::string& outFile) const;
     /// The entry listed under a type, as it is named there.
     bool extractFile(const std::string& fileKey, const std::string& outFile) const;
     /// An entry of this platform's archive; below "hw_emu/" for a child hardware emulation platform.
     bool extractFileFromPlatform(const std::string& entry, const std::string& outFile) const;
+    /// The file listed as "HPFM", below "hw_emu/" for a child hardware emulation platform. With getNormalizeMemoryBanks a file written
+    /// as "*.hpfm" gets its memory banks made alike; raises HostXMLException when that can't be written.
+    bool extractHPFMFile(const std::string& outFile) const;
+
+protected:
+    /// The text of an entry of the archive as it is, or as archiveFile is about to make it; "" without the entry.
+    std::string readEntry_(const std::string& entry) const;
 
 private:
     std::size_t getMemoryResourceBusInterfacesIndexed_(BusInterfaces& out) const;
@@ -445,6 +484,8 @@ private:
     HZEPVceHardware vceHardware_;
     mutable std::vector<HZEPVcePartition> vcePartitions_;
     mutable bool vcePartitionsLoaded_ = false;
+    std::string entryToCome_;
+    std::string sourceToCome_;
     bool normalizeMemoryBanks_ = false;
     bool hbmPresent_ = false;
     std::uint64_t hbmBankCount_ = 0;

@@ -8,8 +8,12 @@
 #include <boost/property_tree/ptree.hpp>
 
 #include <cstddef>
+#include <functional>
 #include <iosfwd>
+#include <map>
+#include <set>
 #include <string>
+#include <string_view>
 
 /// JSON text to property tree and back, with the trees, bytes and exceptions of boost::property_tree's own functions, but bounded in
 /// depth, strict about UTF-8, and faster.
@@ -22,7 +26,22 @@ public:
     /// text that is no JSON, is nested deeper than kMaxDepth, or holds bytes that are no UTF-8.
     static void read(const std::string& text, boost::property_tree::ptree& out);
 
-    /// The same with the file's name in the exception; a file that can't be read raises it too, with line 0.
+    /// Lists of a document that are left as text beside its tree, by the name of the root's member. They are parts of the text that
+    /// was read.
+    using Lists = std::map<std::string, std::string_view, std::less<>>;
+
+    /// The same, but an array that is the root's member under one of the names is only checked: it goes to `lists` in place of the
+    /// tree. A tree takes nine times the memory of its text, so long lists are better read item by item. Of several members of
+    /// one name only the first counts. `lists` may stay empty, and then the tree holds all.
+    static void read(const std::string& text, boost::property_tree::ptree& out, const std::set<std::string, std::less<>>& names,
+                     Lists& lists);
+    static void read(std::string&& text, boost::property_tree::ptree& out, const std::set<std::string, std::less<>>& names,
+                     Lists& lists) = delete;
+
+    /// Hands over the items of such a list in their order, each as a tree that lives as long as the call.
+    static void readItems(std::string_view list, const std::function<void(boost::property_tree::ptree& item)>& take);
+
+    /// The whole tree of a file, with the file's name in the exception; a file that can't be read raises it too, with line 0.
     static void readFile(const std::string& path, boost::property_tree::ptree& out);
 
     /// Pretty-printed, with a line end at the end. Raises json_parser_error for a tree that can't be JSON or a stream that fails.

@@ -5,22 +5,12 @@
 #include "DsaJsonKeys.h"
 #include "HZEPHardwareFeatureRom.h"
 #include "HostConvert.h"
+#include "RomName.h"
 
-#include <algorithm>
 #include <cstdint>
 
 /// The feature ROM: decimal texts, hexadecimal texts and names in fixed fields.
 namespace dsa_json {
-
-using RomName = unsigned char[64];
-
-template <auto Set>
-void setRomName(HZEPHardwareFeatureRom& rom, const std::string& text) {
-    // One byte stays zero, so that the setter always finds its terminator.
-    RomName name = {};
-    std::copy_n(text.begin(), std::min(text.size(), sizeof name - 1), name);
-    (rom.*Set)(name);
-}
 
 template <unsigned Index>
 void setCdmaBaseAddress(HZEPHardwareFeatureRom& rom, const std::string& text) {

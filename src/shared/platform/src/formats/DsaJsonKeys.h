@@ -27,6 +27,8 @@ struct KeyInfo {
     Shape shape;
     /// The keys of the object, or of each object in the list; null for scalars, for lists of scalars and for objects of free form.
     std::vector<const KeyInfo*> (*members)() = nullptr;
+    /// A list whose items are read one after the other, with nothing done for the list as a whole.
+    bool itemByItem = false;
 };
 
 /// A row of the table for one class of the model. `read` is null for a key that is written only.
@@ -148,7 +150,7 @@ struct Keys {
     /// A list of objects, for each of which the model gives a new element for filling.
     template <auto Add, const auto& Table>
     static constexpr Row list(const char* name) {
-        return {{name, Shape::List, &membersOf<Table>}, withChild<[](Model& model, Tree& list) {
+        return {{name, Shape::List, &membersOf<Table>, true}, withChild<[](Model& model, Tree& list) {
                     drain(list, [&model](Tree::value_type& item) { fill(*std::invoke(Add, model), item.second, Table); });
                 }>};
     }
@@ -156,7 +158,7 @@ struct Keys {
     /// A list of objects, each read into a `Record` of its own that is then handed to the model.
     template <class Record, const auto& Table, auto Apply>
     static constexpr Row records(const char* name) {
-        return {{name, Shape::List, &membersOf<Table>}, withChild<[](Model& model, Tree& list) {
+        return {{name, Shape::List, &membersOf<Table>, true}, withChild<[](Model& model, Tree& list) {
                     drain(list, [&model](Tree::value_type& item) {
                         Record record;
                         fill(record, item.second, Table);

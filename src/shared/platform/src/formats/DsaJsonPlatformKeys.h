@@ -230,6 +230,11 @@ inline void addBinaryContentValues(HPLPlatform& platform, const std::string& val
     }
 }
 
+/// The lists that an archive's hardware platform file may give in place of the document.
+inline constexpr char kFiles[] = "files";
+inline constexpr char kBusInterfaces[] = "busInterfaces";
+inline constexpr char kNocConnectivity[] = "nocConnectivity";
+
 /// A key that is absent is not told to the model in the rows called optional, where a default stands; in the others it is.
 inline constexpr Key<HPLPlatform> kPlatformKeys[] = {
     Root::number<&HPLPlatform::setGeneratedChangeList>("generatedChangeList"),
@@ -285,14 +290,14 @@ inline constexpr Key<HPLPlatform> kPlatformKeys[] = {
     Root::list<&HPLPlatform::addDevice, kDeviceKeys>("devices"),
     Root::list<&HPLPlatform::addInterface, kInterfaceKeys>("interfaces"),
     Root::list<&HPLPlatform::addMemory, kMemoryKeys>("memories"),
-    Root::records<FileItem, kFileKeys, &addFile>("files"),
+    Root::records<FileItem, kFileKeys, &addFile>(kFiles),
     Root::list<&HPLPlatform::addFeatureRom, kFeatureRomKeys>("featureRoms"),
     Root::child<[](HPLPlatform& platform, Tree& list) {
         drain(list, [&platform](Tree::value_type& item) { readSystemClock(platform, item.second); });
     },
                 kSystemClockKeys>("systemClocks", Shape::List),
-    Root::list<&HPLPlatform::addBusInterface, kBusInterfaceKeys>("busInterfaces"),
-    Root::list<&HPLPlatform::addNocConnectivity, kNocConnectivityKeys>("nocConnectivity"),
+    Root::list<&HPLPlatform::addBusInterface, kBusInterfaceKeys>(kBusInterfaces),
+    Root::list<&HPLPlatform::addNocConnectivity, kNocConnectivityKeys>(kNocConnectivity),
     Root::list<&HPLPlatform::addHardwareIPParam, kIpParamKeys>("ipParameters"),
     Root::writtenOnly("extensions", Shape::Object),
     Root::writtenOnly("description"),

@@ -4,8 +4,13 @@
 
 #include "DsaJsonPlatformKeys.h"
 #include "HPLPlatform.h"
+#include "HZEPEmulationJsonReader.h"
+#include "HZEPEmulationXMLReader.h"
+#include "HZEPEmulations.h"
+#include "HZEPHpfmReader.h"
 #include "HZEPJSONText.h"
 #include "HostFile.h"
+#include "HostFileUtils.h"
 #include "HostMsgMgr.h"
 #include "HostPathUtils.h"
 #include "HostZip.h"
@@ -15,6 +20,8 @@
 #include <boost/property_tree/ptree.hpp>
 
 #include <exception>
+#include <set>
+#include <string_view>
 
 using boost::property_tree::ptree;
 using zep_platform::PlatformLoader;
@@ -23,6 +30,29 @@ namespace {
 
 void complain(const char* key, std::vector<std::string> args) {
     HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, key, std::move(args));
+}
+
+// A text of this size is read into one tree, which is quicker; the lists of a larger one are read item by item, which saves memory.
+constexpr std::size_t kWholeTreeLimit = 256U << 10;
+
+const std::set<std::string, std::less<>>& namesOfLists() {
+    static const auto names = [] {
+        std::set<std::string, std::less<>> lists;
+        for (const auto& key : dsa_json::kPlatformKeys)
+            if (key.read && key.itemByItem)
+                lists.insert(key.name);
+        return lists;
+    }();
+    return names;
+}
+
+void readListItems(HPLPlatform& platform, const dsa_json::Key<HPLPlatform>& key, std::string_view list) {
+    ptree object;
+    ptree& items = object.push_back({key.name, ptree()})->second;
+    HZEPJSONText::readItems(list, [&](ptree& item) {
+        items.push_back({std::string(), ptree()})->second.swap(item);
+        key.read(platform, object, key.name);
+    });
 }
 
 } // namespace
@@ -87,16 +117,7 @@ bool HZEPDsaJsonReader::parseHwEmuKAR(const std::string& archive, HwMetadataMode
 
 bool HZEPDsaJsonReader::parseMember_(const std::string& archive, const std::string& entry) {
     try {
-        ptree root;
-        {
-            // The text goes before the model comes: tree and model are large enough.
-            const std::string text = HostZip::readMember(archive, entry);
-            if (text.empty())
-                return false;
-            HZEPJSONText::read(text, root);
-        }
-        parseRoot_(root);
-        return true;
+        return parseJsonString(HostZip::readMember(archive, entry));
     } catch (const std::exception& error) {
         complain("@74-64@%s%s%s", {entry, archive, error.what()});
     } catch (...) {
@@ -109,10 +130,7 @@ bool HZEPDsaJsonReader::parseFile(const std::string& jsonPath) {
     if (!HostFile::isRegularFile(jsonPath))
         return false;
     try {
-        ptree root;
-        HZEPJSONText::readFile(jsonPath, root);
-        parseRoot_(root);
-        return true;
+        return parseJsonString(HostFileUtils::readFile(jsonPath));
     } catch (...) {
         return false;
     }
@@ -122,8 +140,30 @@ bool HZEPDsaJsonReader::parseJsonString(const std::string& text) {
     if (text.empty())
         return false;
     ptree root;
-    HZEPJSONText::read(text, root);
-    parseRoot_(root);
+    HZEPJSONText::Lists lists;
+    if (text.size() <= kWholeTreeLimit)
+        HZEPJSONText::read(text, root);
+    else
+        HZEPJSONText::read(text, root, namesOfLists(), lists);
+    // The lists of the archive's hardware platform file go before the document's, whose files tell where it is.
+    std::string hpfm;
+    for (const auto& key : dsa_json::kPlatformKeys) {
+        if (!key.read)
+            continue;
+        if (key.name == dsa_json::kBusInterfaces) {
+            hpfm = getHpfmStr();
+            if (readHpfmBusInterfaces(hpfm))
+                continue;
+        } else if (key.name == dsa_json::kNocConnectivity && readHpfmNocConnectivity(hpfm)) {
+            continue;
+        }
+        if (const auto list = lists.find(std::string_view(key.name)); list != lists.end())
+            readListItems(*platform_, key, list->second);
+        else
+            key.read(*platform_, root, key.name);
+        if (key.name == dsa_json::kFiles)
+            scanEmulations_();
+    }
     return true;
 }
 
@@ -139,6 +179,40 @@ std::string HZEPDsaJsonReader::getEntryIfExists_(const std::string& entry) const
     return HostZip::containsFile(archive_, entry) ? entry : "";
 }
 
-void HZEPDsaJsonReader::parseRoot_(ptree& root) {
-    dsa_json::fill(*platform_, root, dsa_json::kPlatformKeys);
+std::string HZEPDsaJsonReader::getHpfmFile() const {
+    return getEntryIfExists_(platform_->getFile("HPFM"));
+}
+
+std::string HZEPDsaJsonReader::getHpfmStr() const {
+    const std::string entry = getHpfmFile();
+    if (entry.empty() || !hoststream::iostreams::zip_istream(entry, archive_).is_open())
+        return "";
+    return HostZip::readMember(archive_, entry);
+}
+
+bool HZEPDsaJsonReader::readHpfmBusInterfaces(const std::string& hpfmText) {
+    return !hpfmText.empty() && HZEPHpfmReader(hpfmText, platform_).parseBusInterfaces();
+}
+
+bool HZEPDsaJsonReader::readHpfmNocConnectivity(const std::string& hpfmText) {
+    return !hpfmText.empty() && HZEPHpfmReader(hpfmText, platform_).parseNocConnectivity();
+}
+
+void HZEPDsaJsonReader::scanEmulations_() {
+    if (!HostPathUtils::exists(archive_))
+        return;
+    HZEPEmulations emulations;
+    const std::string json = platform_->getFile("EMU_JSON");
+    const std::string xml = platform_->getFile("EMU_XML");
+    if (!json.empty())
+        HZEPEmulationJsonReader::parseFromDsa(archive_, json, &emulations);
+    else if (!xml.empty())
+        HZEPEmulationXMLReader::parseFromDsa(archive_, xml, &emulations);
+    for (const HZEPEmulation* emulation : emulations.getEmulations())
+        for (const HZEPEmulationFile* file : emulation->getFiles()) {
+            if (file->getType() == "EMU_HPFM")
+                platform_->setSupportsHWEmulation(true);
+            else if (file->getType() == "TOP_BD")
+                platform_->setSupportsTwoHwEmuBd(true);
+        }
 }

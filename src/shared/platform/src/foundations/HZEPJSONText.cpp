@@ -31,10 +31,21 @@ using boost::property_tree::json_parser::json_parser_error;
 
 namespace {
 
+// What becomes of the events beside filling a tree; a null pointer is a thing not wanted.
+struct Wishes {
+    /// Arrays among the root's members that are left as text, and where they go.
+    const std::set<std::string, std::less<>>* names = nullptr;
+    HZEPJSONText::Lists* lists = nullptr;
+    /// Takes each item of the root, which is an array.
+    const std::function<void(ptree&)>* take = nullptr;
+};
+
 // Fills a tree from the events of a reader. Every child is inserted empty at its place and filled there: a tree is never copied.
+template <class Stream>
 class TreeFiller {
 public:
-    TreeFiller(ptree& root, bool hasEscapes) : root_(root), hasEscapes_(hasEscapes) {}
+    TreeFiller(ptree& root, const Stream& stream, bool hasEscapes, const Wishes& wishes)
+        : root_(root), stream_(stream), hasEscapes_(hasEscapes), wishes_(wishes) {}
 
     bool Null() { return scalar("null", 4); }
     bool Bool(bool value) { return value ? scalar("true", 4) : scalar("false", 5); }
@@ -43,7 +54,12 @@ public:
     bool Key(const char* text, rapidjson::SizeType size, bool) {
         if (!clean(text, size))
             return false;
-        next_ = &emptyChild(std::string_view(text, size));
+        if (leftOut_ > 0)
+            return true;
+        const std::string_view key(text, size);
+        leaveOutNext_ =
+            wishes_.names && levels_.size() == 1 && wishes_.names->contains(key) && root_.find(std::string(key)) == root_.not_found();
+        next_ = &emptyChild(key);
         return true;
     }
     bool StartObject() { return open(false); }
@@ -71,20 +87,42 @@ private:
     static constexpr std::size_t kKeptKeys = 256;
 
     bool scalar(const char* text, std::size_t size) {
+        if (leftOut_ > 0)
+            return true;
         place().data().assign(text, size);
+        handOver();
         return true;
     }
 
     bool open(bool isArray) {
-        if (levels_.size() == HZEPJSONText::kMaxDepth)
+        if (levels_.size() + leftOut_ == HZEPJSONText::kMaxDepth)
             return false;
+        if (leftOut_ > 0 || (isArray && leaveOutNext_)) {
+            if (leftOut_++ == 0)
+                listBegin_ = stream_.src_;
+            return true;
+        }
+        leaveOutNext_ = false;
         levels_.push_back({&place(), isArray});
         return true;
     }
 
     bool close() {
-        levels_.pop_back();
+        if (leftOut_ == 0) {
+            levels_.pop_back();
+            handOver();
+        } else if (--leftOut_ == 0) {
+            leaveOutNext_ = false;
+            wishes_.lists->try_emplace(next_->first, listBegin_, stream_.src_ + 1 - listBegin_);
+        }
         return true;
+    }
+
+    void handOver() {
+        if (!wishes_.take || levels_.size() != 1)
+            return;
+        (*wishes_.take)(root_.front().second);
+        root_.pop_front();
     }
 
     ptree& place() {
@@ -116,27 +154,36 @@ private:
     }
 
     ptree& root_;
-    bool hasEscapes_;
+    const Stream& stream_;
+    const bool hasEscapes_;
+    const Wishes wishes_;
     std::vector<Level> levels_;
     std::unordered_map<std::string, ptree, KeyHash, std::equal_to<>> children_;
     std::optional<ptree::value_type> spare_;
     const ptree::value_type item_{std::string(), ptree()};
     const ptree::value_type* next_ = &item_;
+    bool leaveOutNext_ = false;
+    std::size_t leftOut_ = 0; // levels, counted from the list that is left out
+    const char* listBegin_ = nullptr;
 };
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-bool readFast(const std::string& text, ptree& out) {
+constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
+
+bool hasEscapes(std::string_view text) {
+    return text.find("\\u") != text.npos;
+}
+
+bool readFast(const std::string& text, ptree& out, const Wishes& wishes) {
     if (text.size() >= std::numeric_limits<rapidjson::SizeType>::max())
         return false;
-    constexpr unsigned flags =
-        rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
     const std::size_t start = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
-    TreeFiller filler(out, text.find("\\u") != text.npos);
-    rapidjson::Reader reader;
     rapidjson::StringStream stream(text.c_str() + start);
+    TreeFiller filler(out, stream, hasEscapes(text), wishes);
+    rapidjson::Reader reader;
     // A zero byte ends the stream early.
-    return reader.Parse<flags>(stream, filler) && start + stream.Tell() == text.size();
+    return reader.Parse<kFlags>(stream, filler) && start + stream.Tell() == text.size();
 }
 
 std::size_t lineAt(const std::string& text, std::size_t offset) {
@@ -215,11 +262,30 @@ void readByBoost(const std::string& text, ptree& out) {
 
 void HZEPJSONText::read(const std::string& text, ptree& out) {
     ptree tree;
-    if (!readFast(text, tree)) {
+    if (!readFast(text, tree, {})) {
         tree = ptree();
         readByBoost(text, tree);
     }
     out.swap(tree);
+}
+
+void HZEPJSONText::read(const std::string& text, ptree& out, const std::set<std::string, std::less<>>& names, Lists& lists) {
+    ptree tree;
+    Lists found;
+    if (!readFast(text, tree, {.names = &names, .lists = &found})) {
+        found.clear();
+        tree = ptree();
+        readByBoost(text, tree);
+    }
+    out.swap(tree);
+    lists.swap(found);
+}
+
+void HZEPJSONText::readItems(std::string_view list, const std::function<void(ptree&)>& take) {
+    rapidjson::MemoryStream stream(list.data(), list.size());
+    ptree root;
+    TreeFiller filler(root, stream, hasEscapes(list), {.take = &take});
+    rapidjson::Reader().Parse<kFlags>(stream, filler);
 }
 
 void HZEPJSONText::readFile(const std::string& path, ptree& out) {

@@ -405,11 +405,7 @@ std::string HPLPlatform::getExtMetaJsonAsString() const {
     std::string entry = getFile("META_JSON");
     if (entry.empty())
         entry = getFile("EXT_META_JSON");
-    if (entry.empty())
-        return "";
-    const std::string archive = getPlatformFile();
-    const HostZipSession session(archive);
-    return HostZip::containsFile(archive, entry) ? HostZip::readMember(archive, entry) : "";
+    return entry.empty() ? "" : readEntry_(entry);
 }
 
 void HPLPlatform::getExtMetaJsonAsPtree(boost::property_tree::ptree& tree) const {

@@ -3,11 +3,11 @@
 #include "HZEPHardwarePlatform.h"
 
 #include "HZEPVcePartitionsJsonReader.h"
-#include "HostEnv.h"
 #include "HostFile.h"
 #include "HostZipStreams.h"
 #include "PlatformFileExtractor.h"
 #include "PlatformVceprjFileExtractor.h"
+#include "TemporaryFile.h"
 
 #include <algorithm>
 
@@ -67,6 +67,11 @@ bool HZEPHardwarePlatform::extractFileFromPlatform(const std::string& entry, con
     return !entry.empty() && !outFile.empty() && PlatformFileExtractor(*this).extract(entry, outFile);
 }
 
+bool HZEPHardwarePlatform::extractHPFMFile(const std::string& outFile) const {
+    const std::string entry = getFile("HPFM");
+    return !entry.empty() && PlatformFileExtractor(*this, getNormalizeMemoryBanks()).extract(entry, outFile);
+}
+
 HZEPVcePartition* HZEPHardwarePlatform::addVcePartition() {
     return &vcePartitions_.emplace_back();
 }
@@ -84,12 +89,7 @@ void HZEPHardwarePlatform::initVcePartitions() const {
         return;
     vcePartitionsLoaded_ = true;
 
-    struct TemporaryFile : HostFile {
-        using HostFile::HostFile;
-        ~TemporaryFile() { rm(); }
-    };
-    const TemporaryFile file(HostEnv::getHostTmpDir() + "/vce_partitions.json");
-    file.rm(); // what another platform may have left must not become this one's
+    const TemporaryFile file("vce_partitions.json");
     PlatformVceprjFileExtractor(*this).extractFromProject("vcearchive/arch/vce_partition.json", file.getPath());
     if (file.isRegularFile())
         const_cast<HZEPHardwarePlatform*>(this)->parseVCEPartitions(file.getPath()); // fills the list kept on first use

@@ -3,6 +3,7 @@
 #include "PlatformFileExtractor.h"
 
 #include "HZEPHardwarePlatform.h"
+#include "HZEPHpfmUtl.h"
 #include "HostErrors.h"
 #include "HostFile.h"
 #include "HostZipStreams.h"
@@ -11,7 +12,11 @@
 #include <vector>
 
 bool PlatformFileExtractor::extract(const std::string& entry, const std::string& outFile) const {
-    return copy(getEntryFor(platform_, entry), platform_.getPlatformFile(), outFile);
+    if (!copy(getEntryFor(platform_, entry), platform_.getPlatformFile(), outFile))
+        return false;
+    if (normalizeHpfm_ && HostFile(outFile).getExt() == "hpfm")
+        HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(outFile);
+    return true;
 }
 
 bool PlatformFileExtractor::copy(const std::string& entry, const std::string& archive, const std::string& outFile) {

@@ -9,8 +9,11 @@ class HZEPHardwarePlatform;
 /// Copies entries out of a platform's archive; made for one call.
 class PlatformFileExtractor {
 public:
-    explicit PlatformFileExtractor(const HZEPHardwarePlatform& platform) : platform_(platform) {}
+    /// With `normalizeHpfm` the memory banks of a file that is written as "*.hpfm" are made alike.
+    explicit PlatformFileExtractor(const HZEPHardwarePlatform& platform, bool normalizeHpfm = false)
+        : platform_(platform), normalizeHpfm_(normalizeHpfm) {}
 
+    /// Raises HostXMLException when a file with banks made alike can't be written.
     bool extract(const std::string& entry, const std::string& outFile) const;
 
     /// Copies an entry of any archive. A missing or damaged entry and a file that can't be written answer false; what was written
@@ -22,4 +25,5 @@ public:
 
 private:
     const HZEPHardwarePlatform& platform_;
+    bool normalizeHpfm_;
 };

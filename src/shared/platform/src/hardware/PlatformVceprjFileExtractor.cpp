@@ -17,6 +17,11 @@ bool PlatformVceprjFileExtractor::extractFromProject(const std::string& entry, c
     return extracted;
 }
 
+bool PlatformVceprjFileExtractor::extractListed(const std::string& fileKey, const std::string& outFile) const {
+    const std::string entry = platform_.getFile(fileKey);
+    return !entry.empty() && extractFrom_(entry, platform_.getPlatformFile(), outFile);
+}
+
 std::string PlatformVceprjFileExtractor::unpackProject_() const {
     const std::string name = platform_.getFile("VCEPRJ");
     if (name.empty() || !staysBelowDirectory(name))

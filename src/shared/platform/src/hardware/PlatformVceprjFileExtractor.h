@@ -15,6 +15,9 @@ public:
     /// written, when the platform lists no project or names one that would lie outside of that directory.
     bool extractFromProject(const std::string& entry, const std::string& outFile);
 
+    /// The entry listed under a type, out of the platform's own archive.
+    bool extractListed(const std::string& fileKey, const std::string& outFile) const;
+
 private:
     bool extractFrom_(const std::string& entry, const std::string& archive, const std::string& outFile) const;
     std::string unpackProject_() const;

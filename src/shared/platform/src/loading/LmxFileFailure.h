@@ -17,19 +17,29 @@ struct LmxFileFailure {
     std::string print(const std::string& heading, const std::string& file) const;
 };
 
-/// Reads `file` whole into a `Root` and hands that to `use`. Answers what went wrong in reading; foreign exceptions pass.
-template <class Root, class Use>
-std::optional<LmxFileFailure> readLmxFile(const std::string& file, const Use& use) {
+/// Runs `work`, which reads a document and answers with the reader's code. Answers what went wrong; foreign exceptions pass.
+template <class Work>
+std::optional<LmxFileFailure> catchLmxFailure(const Work& work) {
     try {
-        lmx60::elmx_error code = lmx60::error_none;
-        const Root root(file.c_str(), &code);
+        const lmx60::elmx_error code = work();
         if (code != lmx60::error_none)
             return LmxFileFailure{lmx60::get_error_description(code), 0};
-        use(root);
         return std::nullopt;
     } catch (const lmx60::c_lmx_reader_exception& e) {
         return LmxFileFailure{e.what(), e.get_line()};
     } catch (const lmx60::c_lmx_exception& e) {
         return LmxFileFailure{e.what(), 0};
     }
+}
+
+/// Reads `file` whole into a `Root` and hands that to `use`.
+template <class Root, class Use>
+std::optional<LmxFileFailure> readLmxFile(const std::string& file, const Use& use) {
+    return catchLmxFailure([&] {
+        lmx60::elmx_error code = lmx60::error_none;
+        const Root root(file.c_str(), &code);
+        if (code == lmx60::error_none)
+            use(root);
+        return code;
+    });
 }

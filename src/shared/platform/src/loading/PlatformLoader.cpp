@@ -4,6 +4,7 @@
 
 #include "HPLPlatform.h"
 #include "HZEPDsaJsonReader.h"
+#include "HZEPDsaXmlReader.h"
 #include "HZEPPlatform.h"
 #include "HZEPPlatformXMLReader.h"
 #include "HZEPReconfigurablePartition.h"
@@ -176,9 +177,9 @@ std::unique_ptr<HPLPlatform> PlatformLoader::readHardware_(const std::string& fi
     auto hardware = std::make_unique<HPLPlatform>();
     HZEPDsaJsonReader json(hardware.get());
     std::string entry;
-    if (!json.canParse(file, hwMetadataMode_, entry))
-        return nullptr;
-    return json.parseDSA(file, hwMetadataMode_) ? std::move(hardware) : nullptr;
+    const bool isRead = json.canParse(file, hwMetadataMode_, entry) ? json.parseDSA(file, hwMetadataMode_)
+                                                                    : HZEPDsaXmlReader(file, hardware.get()).parseDSA();
+    return isRead ? std::move(hardware) : nullptr;
 }
 
 std::unique_ptr<HPLPlatform> PlatformLoader::readJsonHardware_(const std::string& file) const {

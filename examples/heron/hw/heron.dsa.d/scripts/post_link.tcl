@@ -1,0 +1,2 @@
+# Runs in the linked design.
+puts "heron: linked"

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HostExport.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+/// Changes to one existing archive, gathered and put in place together by commit(). Until then, and after any failure, the archive
+/// is what it was; a crash at any moment leaves the old archive or the new one, whole. Members that don't change keep their
+/// compressed bytes, whatever their method. Equal changes to equal archives give equal bytes: times are fixed.
+///
+/// Every operation raises HostError with archive, member and cause, and nothing can be done with the object afterwards. An archive
+/// is refused as a whole when two members bear one name, members overlap each other or the directory, a local header contradicts
+/// the directory, a name would land outside of a folder, a member is a link or a special file, or a limit is passed.
+class HOST_EXPORT HostZipUpdate {
+public:
+    /// Most members of an archive.
+    static constexpr std::uint64_t kMaxMembers = 100'000;
+    /// Largest directory: 64 MiB.
+    static constexpr std::uint64_t kMaxDirectorySize = 64ULL << 20;
+    /// Largest content of unknown length, written piece by piece: 3.75 GiB. A file or text may be larger.
+    static constexpr std::uint64_t kMaxStreamedSize = 15ULL << 28;
+
+    /// Reads the archive's directory and checks it.
+    explicit HostZipUpdate(const std::string& archive);
+    /// Without commit() nothing has changed and nothing is left behind.
+    ~HostZipUpdate();
+    HostZipUpdate(const HostZipUpdate&) = delete;
+    HostZipUpdate& operator=(const HostZipUpdate&) = delete;
+
+    /// Replaces the member of this name, which keeps its place in the directory, or adds one at the end.
+    void put(const std::string& entry, const std::string& content);
+    /// The same with the bytes of a file, which is not read into memory.
+    void putFile(const std::string& entry, const std::string& path);
+    /// The same piece by piece: begin, any number of writes, end.
+    void begin(const std::string& entry);
+    void write(const char* data, std::size_t size);
+    void end();
+
+    /// False when there is no such member.
+    bool remove(const std::string& entry);
+
+    /// Has commit() stamp the digest of HostZip::attachDigestEn. Without this an old digest is taken off: it would no longer hold.
+    void attachDigest();
+
+    /// Puts the new archive in place of the old one. Raises HostError too when somebody else has changed the archive meanwhile.
+    void commit();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};

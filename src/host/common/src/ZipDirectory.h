@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// One member as the directory of an archive tells of it, with all that a rewrite has to keep.
+struct ZipMember {
+    std::string name;
+    std::string extra; // without the 64-bit field, which is made anew
+    std::string comment;
+    std::uint16_t madeBy = 0;
+    std::uint16_t needed = 0;
+    std::uint16_t flags = 0;
+    std::uint16_t method = 0;
+    std::uint16_t time = 0;
+    std::uint16_t date = 0;
+    std::uint16_t internalAttributes = 0;
+    std::uint32_t externalAttributes = 0;
+    std::uint32_t crc32 = 0;
+    std::uint64_t compressedSize = 0;
+    std::uint64_t size = 0;
+    std::uint64_t offset = 0; // of the local header
+    std::uint64_t end = 0;    // where the next member or the directory starts
+
+    bool operator==(const ZipMember&) const = default;
+};
+
+/// The directory of an archive, byte-true: for copying members without inflating them. Contents are read by the zip library.
+struct ZipDirectory {
+    std::vector<ZipMember> members; // in directory order
+    std::string comment;
+
+    /// Reads the directory and checks it against the file: no name twice, no overlap, local headers that agree, safe names, files
+    /// and folders only, all limits kept. Raises HostError naming the archive, the member and the cause.
+    static ZipDirectory read(int fd, const std::string& archive);
+
+    /// Directory and end records for a directory that starts at `offset`.
+    std::string render(std::uint64_t offset) const;
+};
+
+/// Why a member must not bear this name, in a few words; null for a name that stays below the folder it is unpacked to.
+const char* getZipNameFault(const std::string& name);
+
+/// For messages: control characters, which a terminal would obey, become "?".
+std::string getPrintableZipName(std::string name);
+
+/// The local header of a member whose sizes and checksum are known. With `wide` the sizes stand in the 64-bit field.
+std::string renderZipLocalHeader(const ZipMember& member, bool wide);

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#include "HZEPEmulationJsonReader.h"
+
+#include "HZEPEmulations.h"
+#include "HZEPJSONText.h"
+#include "HostErrors.h"
+#include "HostMsgMgr.h"
+#include "HostPathUtils.h"
+#include "HostZip.h"
+#include "HostZipSession.h"
+
+#include <boost/property_tree/ptree.hpp>
+
+#include <algorithm>
+#include <utility>
+
+using boost::property_tree::ptree;
+
+namespace {
+
+/// Takes "./" off, as "^.[/]+(.*)$" replaced by "$1" does: so any other one character in front of separators goes too.
+std::string withoutLeadingDot(const std::string& member) {
+    if (member.size() < 2 || member[1] != '/' || member.find_first_of("\n\r") != std::string::npos)
+        return member;
+    return member.substr(std::min(member.find_first_not_of('/', 1), member.size()));
+}
+
+} // namespace
+
+HZEPEmulationJsonReader::HZEPEmulationJsonReader(std::string path, HZEPEmulations* emulations)
+    : path_(std::move(path)), emulations_(emulations) {
+    if (!HostPathUtils::exists(path_))
+        throw HostFileNotFoundException(path_);
+}
+
+HZEPEmulationJsonReader::HZEPEmulationJsonReader(HZEPEmulations* emulations) : emulations_(emulations) {}
+
+bool HZEPEmulationJsonReader::isJsonValid() const {
+    try {
+        ptree root;
+        HZEPJSONText::readFile(path_, root);
+        return root.find("emulations") != root.not_found();
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+void HZEPEmulationJsonReader::parseJson() {
+    ptree root;
+    HZEPJSONText::readFile(path_, root);
+    parseRoot_(root);
+}
+
+void HZEPEmulationJsonReader::parseFromDsa(std::string archive, std::string member, HZEPEmulations* emulations) {
+    const std::string name = withoutLeadingDot(member);
+    const HostZipSession session(archive);
+    if (!HostZip::containsFile(archive, name))
+        throw HostError(HostMsgMgr::getText({"platform", HostMsgMgr::Error, "@74-34@%s%s", {archive, name}}));
+    ptree root;
+    HZEPJSONText::read(HostZip::readMember(archive, name), root);
+    HZEPEmulationJsonReader(emulations).parseRoot_(root);
+}
+
+void HZEPEmulationJsonReader::parseRoot_(const ptree& root) {
+    if (const auto version = root.get_optional<std::string>("pfm_metadata_version"))
+        emulations_->setPfmMetadataVersion(*version);
+    for (const auto& [key, source] : root.get_child("emulations")) {
+        const auto name = source.get_optional<std::string>("name");
+        if (!name)
+            continue;
+        HZEPEmulation& emulation = *emulations_->createEmulation();
+        emulation.setName(name->c_str());
+        for (const auto& [fileKey, sourceFile] : source.get_child("files")) {
+            const auto type = sourceFile.get<std::string>("type");
+            const auto fileName = sourceFile.get<std::string>("name");
+            HZEPEmulationFile& file = *emulation.createFile(type.c_str(), fileName.c_str());
+            if (const auto instPath = sourceFile.get_optional<std::string>("inst_path"))
+                file.setInstPath(instPath->c_str());
+        }
+    }
+}
