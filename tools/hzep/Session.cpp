@@ -51,7 +51,10 @@ std::string describeArchive(const std::string& archive) {
     for (const std::string& entry : {"alt_" + primary, primary})
         if (HostZip::containsFile(archive, entry))
             return HostZip::readMember(archive, entry).empty() ? entry + " is empty" : "";
-    return "holds no metadata: there is no entry \"" + primary + "\" or \"" + ext + ".xml\"";
+    const std::string xml = ext + ".xml";
+    if (HostZip::containsFile(archive, xml))
+        return "";
+    return "holds no metadata: there is no entry \"" + primary + "\" or \"" + xml + "\"";
 }
 
 /// The archives that loading the path reads, itself or those that a platform file names.
