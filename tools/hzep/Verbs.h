@@ -12,3 +12,4 @@ void addShow(CLI::App& app, Session& session);
 void addFiles(CLI::App& app, Session& session);
 void addExtract(CLI::App& app, Session& session);
 void addPack(CLI::App& app, Session& session);
+void addLint(CLI::App& app, Session& session);
