@@ -66,11 +66,13 @@ public:
     }
 
     bool isClean() const { return counts_.at(Lint::Warning) + counts_.at(Lint::Error) == 0; }
-    std::string describe() const {
-        return std::to_string(counts_.at(Lint::Error)) + " errors, " + std::to_string(counts_.at(Lint::Warning)) + " warnings";
-    }
+    std::string describe() const { return count(Lint::Error, "error") + ", " + count(Lint::Warning, "warning"); }
 
 private:
+    std::string count(Lint::Severity severity, const std::string& word) const {
+        return std::to_string(counts_.at(severity)) + " " + word + (counts_.at(severity) == 1 ? "" : "s");
+    }
+
     Session& session_;
     bool isJson_;
     std::array<std::size_t, 3> counts_{};

@@ -27,7 +27,8 @@ struct Place {
 };
 
 enum class Compared { AsText, InAnyCase, AsNumber };
-enum class Wins { First, Last };
+/// Which of several the model finds; Unsaid where callers walk over all and take what they like.
+enum class Wins { Unsaid, First, Last };
 
 /// A key by which a thing is found among its neighbours.
 struct Identity {
@@ -35,31 +36,31 @@ struct Identity {
     const char* key;
     const char* what;
     Compared compared = Compared::AsText;
-    Wins wins = Wins::Last;
+    Wins wins = Wins::Unsaid;
 };
 
 constexpr Identity kIdentities[] = {
     {{Kind::PlatformFile, "hardwarePlatforms", "reconfigurablePartition"}, "id", "partition id", Compared::AsNumber},
-    {{Kind::SoftwareFile, "systemConfigurations", "configuration"}, "name", "configuration"},
+    {{Kind::SoftwareFile, "systemConfigurations", "configuration"}, "name", "configuration", Compared::AsText, Wins::Last},
     {{Kind::SoftwareFile, "configuration", "processorGroup"}, "name", "processor group", Compared::AsText, Wins::First},
-    {{Kind::HardwareFile, "systemClocks", "clock"}, "name", "clock"},
-    {{Kind::HardwareFile, "systemClocks", "clock"}, "id", "clock id", Compared::AsNumber},
-    {{Kind::ArchiveJson, "systemClocks", ""}, "name", "clock"},
-    {{Kind::ArchiveJson, "systemClocks", ""}, "id", "clock id", Compared::AsNumber},
+    {{Kind::HardwareFile, "systemClocks", "clock"}, "name", "clock", Compared::AsText, Wins::Last},
+    {{Kind::HardwareFile, "systemClocks", "clock"}, "id", "clock id", Compared::AsNumber, Wins::Last},
+    {{Kind::ArchiveJson, "systemClocks", ""}, "name", "clock", Compared::AsText, Wins::Last},
+    {{Kind::ArchiveJson, "systemClocks", ""}, "id", "clock id", Compared::AsNumber, Wins::Last},
     {{Kind::ArchiveJson, "scalableSystemClocks", ""}, "name", "clock"},
-    {{Kind::ArchiveJson, "files", ""}, "type", "file type", Compared::InAnyCase},
+    {{Kind::ArchiveJson, "files", ""}, "type", "file type", Compared::InAnyCase, Wins::Last},
     {{Kind::ArchiveJson, "memories", ""}, "name", "memory"},
-    {{Kind::ArchiveJson, "configParams", ""}, "name", "parameter"},
+    {{Kind::ArchiveJson, "configParams", ""}, "name", "parameter", Compared::AsText, Wins::Last},
     {{Kind::ArchiveJson, "designIpInstances", ""}, "instance", "design IP"},
     {{Kind::ArchiveJson, "devices", ""}, "name", "device", Compared::AsText, Wins::First},
     {{Kind::ArchiveXml, "SystemClocks", "SystemClock"}, "Name", "clock"},
-    {{Kind::ArchiveXml, "Files", "File"}, "Type", "file type", Compared::InAnyCase},
+    {{Kind::ArchiveXml, "Files", "File"}, "Type", "file type", Compared::InAnyCase, Wins::Last},
     {{Kind::ArchiveXml, "Memories", "Memory"}, "Name", "memory"},
-    {{Kind::ArchiveXml, "Config", "Param"}, "Name", "parameter"},
-    {{Kind::ArchiveXml, "Configuration", "Parameter"}, "Name", "configuration key"},
+    {{Kind::ArchiveXml, "Config", "Param"}, "Name", "parameter", Compared::AsText, Wins::Last},
+    {{Kind::ArchiveXml, "Configuration", "Parameter"}, "Name", "configuration key", Compared::AsText, Wins::Last},
     {{Kind::ArchiveXml, "DesignIPs", "IP"}, "InstanceName", "design IP"},
     {{Kind::ArchiveXml, "Devices", "Device"}, "Name", "device", Compared::AsText, Wins::First},
-    {{Kind::ArchiveXml, "Images", "Img"}, "Type", "image"},
+    {{Kind::ArchiveXml, "Images", "Img"}, "Type", "image", Compared::AsText, Wins::Last},
     {{Kind::EmulationJson, "emulations", ""}, "name", "emulation"},
     {{Kind::EmulationXml, "Emulations", "Emulation"}, "Name", "emulation"},
 };
@@ -244,9 +245,11 @@ private:
     }
 
     void complainOfDuplicate(const std::string& what, const Node& key, const std::string& name, std::size_t earlier, Wins wins) {
+        const char* const outcome = wins == Wins::First  ? "; only the first is found"
+                                    : wins == Wins::Last ? "; only the last is found"
+                                                         : "";
         findings_.add(Rule::DuplicateName, key.line,
-                      what + " " + lint::quote(name) + " comes again, line " + std::to_string(earlier) + " has it too; only the " +
-                          (wins == Wins::First ? "first" : "last") + " is found");
+                      what + " " + lint::quote(name) + " comes again, line " + std::to_string(earlier) + " has it too" + outcome);
     }
 
     void checkDefault(const Default& choice, const Node& holder) {

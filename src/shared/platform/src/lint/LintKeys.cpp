@@ -137,7 +137,10 @@ void checkNumber(const Node& node, long min, long max, Findings& findings) {
     errno = 0;
     const long number = std::strtol(text, &end, 10);
     const bool isWhole = end == text + node.value.size();
-    if (!isWhole && node.value.size() > 2 && node.value[0] == '0' && (node.value[1] == 'x' || node.value[1] == 'X'))
+    const bool isHex = node.value.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
+    if (isHex && node.value.find_first_not_of('0', 2) == std::string::npos)
+        return; // 0 in any base
+    if (isHex)
         findings.add(Rule::HexInDecimal, node.line, describe(node) + " is in base 16 and is read as 0; base 10 is expected");
     else if (!isWhole)
         findings.add(Rule::NotANumber, node.line, describe(node) + " is no whole number and is read as " + std::to_string(number));

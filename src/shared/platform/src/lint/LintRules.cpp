@@ -31,7 +31,7 @@ constexpr Row kRows[] = {
      {"wrong-shape", Lint::Warning, "A text in place of a list or an object, or the other way round, reads as nothing."}},
     {lint::Rule::DuplicateKey, {"duplicate-key", Lint::Warning, "Of several members of one name in an object only the first is read."}},
     {lint::Rule::DuplicateName,
-     {"duplicate-name", Lint::Warning, "Of several things of one name or id all but one are never found, and nothing tells so."}},
+     {"duplicate-name", Lint::Warning, "Of several things of one name or id only one is found by it, and nothing tells so."}},
     {lint::Rule::DanglingDefault, {"dangling-default", Lint::Warning, "A default that names nothing leaves the choice to chance."}},
     {lint::Rule::PartForm, {"part-form", Lint::Error, "A part that can't be taken apart ends the reading."}},
     {lint::Rule::MemorySize,

@@ -57,7 +57,7 @@ protected:
         const std::string& words = get_error_text();
         findings_.add(rule, static_cast<std::size_t>(line),
                       HZEPMetadataLint::makePrintable(words.empty() ? lmx60::get_error_description(code) : words));
-        return lmx60::error_none;
+        return rule == Rule::Parse ? code : lmx60::error_none;
     }
 
     void skipped_hook(lmx60::elmx_name_kind kind, const std::string& name, int line, const lmx60::s_event_map* known) override {
