@@ -136,6 +136,17 @@ TEST_F(ArchiveLint, KeepsItsLimits) {
     const Lines lines = lintMetadata(unknownKeys(HZEPMetadataLint::kMaxFindings + 1));
     ASSERT_EQ(lines.size(), HZEPMetadataLint::kMaxFindings + 1);
     EXPECT_THAT(lines.back(), testing::EndsWith("there are more findings than are listed [more-findings]"));
+    // So many documents that a bound for the archive is needed too.
+    const Lines many = lint([](ZipBuilder& archive) {
+        std::string listed = "{\"files\": [";
+        for (int i = 0; i < 14; ++i) {
+            const std::string name = "e" + std::to_string(i);
+            listed += (i ? ",{\"type\": \"EMU_JSON\", \"name\": \"" : "{\"type\": \"EMU_JSON\", \"name\": \"") + name + "\"}";
+            archive.addStored(name, unknownKeys(HZEPMetadataLint::kMaxFindings));
+        }
+        archive.add("kar.json", listed + "]}");
+    });
+    EXPECT_EQ(many.back(), ":1: warning: not all members are checked: there are very many findings [more-findings]");
     // Nesting as deep as it is read, and one deeper.
     const auto nest = [](std::size_t depth) {
         return "{\"extensions\": " + std::string(depth - 1, '[') + std::string(depth - 1, ']') + "}";

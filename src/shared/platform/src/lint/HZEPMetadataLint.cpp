@@ -92,6 +92,8 @@ public:
             waiting_.pop_front();
             checkMember(name, kind);
         }
+        if (found_.size() > kMaxArchiveFindings)
+            own.add(Rule::MoreFindings, 1, "not all members are checked: there are very many findings");
         take(own);
         return std::move(found_);
     }
@@ -125,7 +127,7 @@ private:
         const std::string name = names_.contains(listed) || !listed.starts_with("./")
                                      ? listed
                                      : listed.substr(std::min(listed.find_first_not_of('/', 1), listed.size()));
-        if (!names_.contains(name) || !checked_.insert(name).second)
+        if (!names_.contains(name) || found_.size() > kMaxArchiveFindings || !checked_.insert(name).second)
             return;
         Findings findings(HZEPMetadataLint::makePrintable(name));
         try {
@@ -151,6 +153,8 @@ private:
         std::vector<Finding> found = findings.take();
         std::move(found.begin(), found.end(), std::back_inserter(found_));
     }
+
+    static constexpr std::size_t kMaxArchiveFindings = 10 * HZEPMetadataLint::kMaxFindings;
 
     const std::string path_;
     const HostZipSession session_;
