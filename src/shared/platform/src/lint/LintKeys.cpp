@@ -12,7 +12,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace {
 
