@@ -22,9 +22,9 @@ build_preset() {
     if [ ! -f "$dir/build.ninja" ]; then
         cmake -S "$1" --preset "$2" >"$log" 2>&1 || { cat "$log" >&2; rm -f "$log"; exit 2; }
     fi
-    if ! ninja -C "$dir" -n | grep -q 'no work to do'; then
-        echo "Building ($2) ..." >&2
-        ninja -C "$dir" >"$log" 2>&1 || { grep -vE '^\[[0-9]+/[0-9]+\] [A-Z][a-z]+ing ' "$log" >&2; rm -f "$log"; exit 2; }
-    fi
+    # The first step that does work announces the build; a build with nothing to do says nothing.
+    ninja -C "$dir" 2>&1 | awk -v preset="$2" -v log_file="$log" '
+        !said && /^\[[0-9]+\/[0-9]+\] [A-Z][a-z]+ing [^ ]+ / { print "Building (" preset ") ..." >"/dev/stderr"; said = 1 }
+        { print >log_file }' || { grep -vE '^\[[0-9]+/[0-9]+\] [A-Z][a-z]+ing ' "$log" >&2; rm -f "$log"; exit 2; }
     rm -f "$log"
 }

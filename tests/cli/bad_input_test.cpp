@@ -50,6 +50,12 @@ std::function<std::string(const TempDir&)> member(const std::function<void(ZipBu
     };
 }
 
+std::function<std::string(const TempDir&)> xmlArchive(const std::string& metadata) {
+    return [=](const TempDir& dir) { return ZipBuilder(dir.path("p.dsa")).add("dsa.xml", metadata).write(); };
+}
+
+const std::string kRoot = R"(<Root VersionMajor="1" VersionMinor="12">)";
+
 std::function<std::string(const TempDir&)> cutAt(double share) {
     return [=](const TempDir& dir) {
         const std::string bytes = ZipBuilder().add("kar.json", kGoodMetadata).bytes();
@@ -94,6 +100,7 @@ std::vector<BadInput> getBadInputs() {
         {"BadChecksum", member([](auto& m) { m.crc = 1; }), {"p.kar", "kar.json"}},
         {"Encrypted", member([](auto& m) { m.flags = 1; }), {"p.kar", "kar.json", "encrypted"}},
         {"AnnouncesOneTerabyte", member([](auto& m) { m.size = 1ULL << 40; }), {"p.kar", "kar.json"}},
+        {"RatioBomb", member([](auto& m) { m.content = std::string(4 << 20, ' '); }), {"p.kar", "kar.json"}},
         {"NoMetadata",
          [](const TempDir& dir) { return ZipBuilder(dir.path("p.kar")).add("readme", "x").write(); },
          {"p.kar", "no metadata"}},
@@ -105,6 +112,24 @@ std::vector<BadInput> getBadInputs() {
         {"DeviceWithoutCore", archive(device("a:b:c:-1", "")), {"p.kar", "kar.json", "core"}},
         {"PartOfThreeTokens", archive(device("a:b:c")), {"p.kar", "kar.json", "'a:b:c'"}},
         {"PartOfEightTokens", archive(device("a:b:c:d:e:f:g:h")), {"p.kar", "kar.json", "'a:b:c:d:e:f:g:h'"}},
+
+        {"XmlMetadataEmpty", xmlArchive(""), {"p.dsa", "dsa.xml"}},
+        {"XmlMetadataNotWellFormed", xmlArchive(kRoot + "\n<unknown>\n</Root>"), {"p.dsa", "dsa.xml", "line 3"}},
+        {"XmlMetadataWrongRoot", xmlArchive("\n<Roots/>"), {"p.dsa", "dsa.xml", "line 2"}},
+        {"XmlMetadataMissingAttribute", xmlArchive(kRoot + "\n<DSA Vendor=\"v\"/></Root>"), {"p.dsa", "dsa.xml", "line 2"}},
+        {"XmlMetadataTwice",
+         xmlArchive(kRoot + repeat("\n<GenAppInfo Name=\"a\" Version=\"1\" CL=\"1\" TimeStamp=\"t\"/>", 2) + "</Root>"),
+         {"p.dsa", "dsa.xml", "line 3"}},
+        {"XmlMetadataWrongNumber", xmlArchive(R"(<Root VersionMajor="one" VersionMinor="0"/>)"), {"p.dsa", "dsa.xml", "line 1"}},
+        {"XmlMetadataDocumentType", xmlArchive("<!DOCTYPE Root SYSTEM \"" + secret + "\">\n" + kRoot + "</Root>"), {"dsa.xml", "line 1"}},
+        {"XmlMetadataTooDeep", xmlArchive(kRoot + repeat("<a>", 100000)), {"p.dsa", "dsa.xml"}},
+        {"XmlMetadataBadChecksum",
+         [](const TempDir& dir) {
+             ZipBuilder::Member entry{.name = "dsa.xml", .content = kRoot + "</Root>"};
+             entry.crc = 1;
+             return ZipBuilder(dir.path("p.dsa")).add(entry).write();
+         },
+         {"p.dsa", "dsa.xml"}},
 
         {"WrongRoot", platform("<?xml version=\"1.0\"?>\n<zep:plattform xmlns:zep=\"urn:tolvan:zep\"/>"), {"p.zpfm:2", "platform"}},
         {"WrongNamespace", platform("<zep:platform xmlns:zep=\"urn:other\"/>"), {"p.zpfm:1"}},
@@ -161,6 +186,35 @@ TEST_P(ShowBadInput, GetsOneClearError) {
         ++errors;
     EXPECT_EQ(errors, 1u) << result.err;
     EXPECT_LT(result.err.size(), 3000u) << "an error is for a person to read";
+}
+
+/// Archives whose metadata reads well and which must not be changed all the same.
+TEST(AddToBadArchive, IsRefusedWithOneSentence) {
+    ZipBuilder::Member link{.name = "l", .content = "/etc", .unixMode = 0120777};
+    ZipBuilder::Member masked{.name = "a", .content = "x", .localName = "z"};
+    ZipBuilder::Member greedy{.name = "a", .content = "x", .method = ZipBuilder::Stored};
+    greedy.size = greedy.compressedSize = 40;
+    const auto base = [] { return ZipBuilder().add("kar.json", kGoodMetadata); };
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {base().add("a", "1").add("a", "2").bytes(), "two of this name"},
+        {base().add(greedy).add("b", "2").bytes(), "overlaps"},
+        {base().add(masked).bytes(), "contradicts the directory in its name"},
+        {base().add("../a", "1").bytes(), "leads out"},
+        {base().add("/a", "1").bytes(), "absolute"},
+        {base().add("a\\b", "1").bytes(), "back-slash"},
+        {base().add(link).bytes(), "is a link"},
+    };
+    for (const auto& [bytes, said] : cases) {
+        SCOPED_TRACE(said);
+        const TempDir dir;
+        dir.write("p.kar", bytes);
+        dir.write("new", "text");
+        const CommandResult result = runCommand(dir.path(), "hzep add p.kar DCP new new");
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.err,
+                    testing::AllOf(testing::StartsWith("hzep: error: "), testing::HasSubstr("p.kar: "), testing::HasSubstr(said)));
+        EXPECT_EQ(dir.read("p.kar"), bytes);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ShowBadInput, testing::ValuesIn(getBadInputs()), [](const auto& test) { return test.param.name; });

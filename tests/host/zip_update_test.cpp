@@ -345,12 +345,14 @@ TEST_F(ZipUpdate, DamagedBytesAreRefusedOrHarmless) {
         for (int i = 0; i < 3; ++i)
             damaged[random() % damaged.size()] = static_cast<char>(random());
         dir_.write("plat.kar", damaged);
+        const bool commits = round % 15 == 0; // each one is synced to the disk
         const std::string error = errorOf([&] {
             HostZipUpdate update(archive_);
             update.put("new", "new");
-            update.commit();
+            if (commits)
+                update.commit();
         });
-        EXPECT_EQ(dir_.read("plat.kar") == damaged, !error.empty());
+        EXPECT_EQ(dir_.read("plat.kar") == damaged, !commits || !error.empty());
     }
     EXPECT_EQ(countFiles(dir_.path()), 1u);
 }

@@ -254,7 +254,7 @@ TEST(Hostile, DepthIsBounded) {
 
     std::string trees;
     for (int i = 1; i < c_xml::max_depth; ++i) { // the leaf of the innermost is the deepest
-        trees += "<t:tree xmlns:t='urn:probe' t:id='1'><t:title/><t:leaf/><t:many/>";
+        trees += std::string("<t:tree ") + (i == 1 ? "xmlns:t='urn:probe' " : "") + "t:id='1'><t:title/><t:leaf/><t:many/>";
     }
     for (int i = 1; i < c_xml::max_depth; ++i) {
         trees += "</t:tree>";
@@ -282,6 +282,34 @@ TEST(Hostile, LongNamesAndValuesCostNoMoreThanTheirLength) {
     const std::string many = "<p:values xmlns:p='urn:probe' p:text='" + std::string(10 * million.size(), ' ') + "\n' p:byte='x'/>";
     EXPECT_EQ(readInto(values, many).line, 2);
     EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(20));
+}
+
+TEST(Hostile, AttributesAndNamespacesAreBounded) {
+    const auto with = [](std::size_t count, const std::string& name, const std::string& value) {
+        std::string text = "<values xmlns='urn:probe'><!-- \" --><?pi '?><![CDATA[ \"]]>\n<x";
+        for (std::size_t i = 0; i < count; ++i) {
+            text += " " + name + std::to_string(i) + "=" + value;
+        }
+        return text + "/></values>";
+    };
+    const auto code = [](const std::string& text) {
+        Probe::Values values;
+        return readInto(values, text).code;
+    };
+    EXPECT_EQ(code(with(c_xml::max_attributes, "a", "\"> = ''\"")), 0);
+    EXPECT_EQ(code(with(c_xml::max_attributes + 1, "a", "\"> = ''\"")), error_too_large);
+    EXPECT_EQ(code(with(c_xml::max_namespaces - 1, "xmlns:n", "'urn:x'")), 0);
+    Probe::Values values;
+    const Outcome more = readInto(values, with(c_xml::max_namespaces, "xmlns:n", "'urn:x'"));
+    EXPECT_EQ(more.code, error_too_large) << more;
+    EXPECT_EQ(more.line, 2);
+
+    std::string wide("\xff\xfe", 2);
+    for (const char c : with(c_xml::max_attributes + 1, "a", "\"> = ''\"")) {
+        wide.append(1, c).append(1, '\0');
+    }
+    EXPECT_EQ(code(wide), error_too_large);
+    EXPECT_EQ(code("<?xml version='1.0' encoding='UTF-7'?><values xmlns='urn:probe'/>"), error_not_well_formed);
 }
 
 TEST(Hostile, SizeIsBounded) {

@@ -9,11 +9,12 @@
 #include "HostErrors.h"
 #include "HostFile.h"
 #include "HostZip.h"
-#include "PlatformLoader.h"
 #include "hzep_c_api.h"
 #include "lmx60.h"
 
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <unistd.h>
 #include <utility>
 
@@ -50,7 +51,10 @@ std::string describeArchive(const std::string& archive) {
     for (const std::string& entry : {"alt_" + primary, primary})
         if (HostZip::containsFile(archive, entry))
             return HostZip::readMember(archive, entry).empty() ? entry + " is empty" : "";
-    return "holds no metadata: there is no entry \"" + primary + "\" or \"" + ext + ".xml\"";
+    const std::string xml = ext + ".xml";
+    if (HostZip::containsFile(archive, xml))
+        return "";
+    return "holds no metadata: there is no entry \"" + primary + "\" or \"" + xml + "\"";
 }
 
 /// The archives that loading the path reads, itself or those that a platform file names.
@@ -107,6 +111,14 @@ void Session::forwardMessages() {
     messages_.clear();
 }
 
+std::vector<HostMsg> Session::takeErrors() {
+    const auto errors = std::stable_partition(messages_.begin(), messages_.end(),
+                                              [](const HostMsg& message) { return message.severityMask < HostMsgMgr::Error; });
+    std::vector<HostMsg> taken(std::make_move_iterator(errors), std::make_move_iterator(messages_.end()));
+    messages_.erase(errors, messages_.end());
+    return taken;
+}
+
 template <class Read>
 auto Session::read(const std::string& path, Read read) {
     if (path.empty())
@@ -129,8 +141,8 @@ auto Session::read(const std::string& path, Read read) {
     throw Unusable(describeFailure(path, "it could not be read"));
 }
 
-std::shared_ptr<HZEPPlatform> Session::load(const std::string& path) {
-    return read(path, [&] { return PlatformLoader(path, PlatformLoader::PreferAlternateJson).load(); });
+std::shared_ptr<HZEPPlatform> Session::load(const std::string& path, PlatformLoader::HwMetadataMode mode) {
+    return read(path, [&] { return PlatformLoader(path, mode).load(); });
 }
 
 std::string Session::getDocument(const std::string& path, bool isShort) {

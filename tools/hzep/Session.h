@@ -5,6 +5,7 @@
 
 #include "HZEPPlatform.h"
 #include "HostMsgMgr.h"
+#include "PlatformLoader.h"
 
 #include <memory>
 #include <ostream>
@@ -42,10 +43,14 @@ public:
     static void say(const std::string& severity, const std::string& text);
 
     /// The platform at the path. Raises Unusable with the path, the place and the cause.
-    std::shared_ptr<HZEPPlatform> load(const std::string& path);
+    std::shared_ptr<HZEPPlatform>
+    load(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
 
     /// What the C entry point returns for the path. Raises Unusable as load does.
     std::string getDocument(const std::string& path, bool isShort);
+
+    /// What the library has sent so far as an error; it is not said again.
+    std::vector<HostMsg> takeErrors();
 
     /// stdout is a terminal.
     static bool isTerminal();

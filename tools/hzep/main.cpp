@@ -8,7 +8,7 @@
 #include <new>
 
 int main(int argc, char** argv) {
-    CLI::App app("Reads, questions and packs the metadata of hardware platforms.", "hzep");
+    CLI::App app("Reads, questions and changes the metadata of hardware platforms.", "hzep");
     app.set_version_flag("--version", "hzep " HZEP_VERSION);
     app.require_subcommand(1);
     app.footer("Exit status: 0 done or yes, 1 the answer is no, 2 wrong usage or unreadable input.\n"
@@ -20,6 +20,10 @@ int main(int argc, char** argv) {
     addExtract(app, session);
     addPack(app, session);
     addLint(app, session);
+    addConvert(app, session);
+    addRepair(app, session);
+    addAdd(app, session);
+    addVerify(app, session);
 
     try {
         app.parse(argc, argv);

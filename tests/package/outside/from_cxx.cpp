@@ -6,6 +6,7 @@
 #include "PlatformLoader.h"
 
 #include <iostream>
+#include <vector>
 
 int main(int argc, char** argv) {
     if (argc != 2)
@@ -14,7 +15,7 @@ int main(int argc, char** argv) {
     if (!platform)
         return 1;
     const HZEPHardwarePlatform* hardware = platform->getHardwarePlatform();
-    HostVector<HZEPHardwareBusInterface*> interfaces;
+    std::vector<HZEPHardwareBusInterface*> interfaces;
     hardware->getBusInterfaces(interfaces);
     std::cout << platform->getName() << ": " << interfaces.size() << " bus interfaces, default clock " << hardware->getDefaultClockName()
               << "\n";

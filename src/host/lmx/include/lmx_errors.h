@@ -26,7 +26,7 @@ enum elmx_error : int {
     error_bad_namespace = 102,      ///< a prefix or a namespace declaration is wrong
     error_document_type = 103,      ///< the document has a document type
     error_too_deep = 104,           ///< elements nest deeper than c_xml::max_depth
-    error_too_large = 105,          ///< the document is longer than c_xml::max_document_size
+    error_too_large = 105,          ///< the document is longer, or one of its parts larger, than c_xml allows
     error_unexpected_element = 106, ///< a known element in the wrong place, or once too often
     error_bad_character = 107,      ///< a value holds a character that XML text can't hold
     error_write_failed = 108        ///< the output took no more bytes

@@ -63,8 +63,11 @@ enum class xml_event_kind { start, end, text, end_of_document, failed };
 class HOST_EXPORT c_xml {
 public:
     static constexpr std::size_t piece_size = std::size_t{16} * 1024;               ///< bytes fed at a time
+    static constexpr std::size_t max_piece_size = std::size_t{4} * 1024 * 1024;     ///< bytes fed at a time within one very long tag
     static constexpr std::size_t max_document_size = std::size_t{64} * 1024 * 1024; ///< bytes
     static constexpr int max_depth = 1000;                                          ///< elements inside each other
+    static constexpr std::size_t max_attributes = 1000;                             ///< of one element, namespace declarations included
+    static constexpr std::size_t max_namespaces = 100;                              ///< declarations in force at one place
 
     virtual ~c_xml();
     c_xml(const c_xml&) = delete;

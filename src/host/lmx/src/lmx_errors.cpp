@@ -41,7 +41,7 @@ const char* get_error_description(int code) {
     case error_too_deep:
         return "elements are nested too deep";
     case error_too_large:
-        return "the document is too large";
+        return "the document is larger than allowed";
     case error_unexpected_element:
         return "unexpected element";
     case error_bad_character:

@@ -2,10 +2,13 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "lmx_xml.h"
 
+#include "lmx_tag_scan.h"
+
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <new>
@@ -19,16 +22,17 @@ const char* chars(const xmlChar* text) {
     return reinterpret_cast<const char*>(text);
 }
 
+// Millions of these can come out of one piece of input: they are kept small, and no text is longer than a document may be.
 struct s_span {
-    std::size_t start = 0;
-    std::size_t length = 0;
+    std::uint32_t start = 0;
+    std::uint32_t length = 0;
 };
 
 struct s_attribute {
     int ns_id = ns_unknown;
     int line = 0;
     s_span name;
-    std::size_t prefix_length = 0; // with the colon
+    std::uint32_t prefix_length = 0; // with the colon
     s_span value;
 };
 
@@ -37,10 +41,24 @@ struct s_event {
     int ns_id = ns_unknown;
     int line = 0;
     s_span text; // the written name of a start tag, or text
-    std::size_t prefix_length = 0;
-    std::size_t first_attribute = 0;
-    std::size_t attribute_count = 0;
+    std::uint32_t prefix_length = 0;
+    std::uint32_t first_attribute = 0;
+    std::uint32_t attribute_count = 0;
 };
+
+std::uint32_t narrow(std::size_t size) {
+    return static_cast<std::uint32_t>(size);
+}
+
+/// Encodings in which the bytes of markup mean nothing else.
+bool is_plain_encoding(const char* name) {
+    for (const char* plain : {"UTF-8", "ASCII", "US-ASCII", "ISO-8859-", "WINDOWS-125", "CP125"}) {
+        if (xmlStrncasecmp(BAD_CAST name, BAD_CAST plain, static_cast<int>(std::strlen(plain))) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
 
 bool is_blank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
@@ -93,14 +111,16 @@ struct c_xml::s_parser {
     void open();
     void feed();
     void fail(elmx_error code, std::string text, int line);
+    void fail_large(const std::string& what, int at_line);
     int resolve(const xmlChar* uri);
     s_span keep(const char* text, std::size_t length);
-    s_span keep_name(const xmlChar* prefix, const xmlChar* local, std::size_t& prefix_length);
+    s_span keep_name(const xmlChar* prefix, const xmlChar* local, std::uint32_t& prefix_length);
     std::string_view view(s_span span) const { return std::string_view(arena).substr(span.start, span.length); }
     void locate(s_event& event);
     int line() const { return context->input ? context->input->line : 0; }
 
-    void start_element(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int count, const xmlChar** attributes);
+    void start_document();
+    void start_element(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int declared, int count, const xmlChar** list);
     void end_element();
     void characters(const char* text, std::size_t length);
 
@@ -118,7 +138,10 @@ struct c_xml::s_parser {
     std::vector<s_attribute> attributes;
     s_event tag; // the start tag consumed last
 
-    int depth = 0;
+    c_tag_scan scan;
+    std::vector<char> piece;
+    std::vector<std::uint32_t> declarations; // per open element
+    std::size_t namespaces_in_force = 0;
     std::size_t fed = 0;
     bool at_end = false;
     elmx_error code = error_none;
@@ -129,11 +152,13 @@ struct c_xml::s_parser {
 void c_xml::s_parser::open() {
     xmlSAXHandler handler = {};
     handler.initialized = XML_SAX2_MAGIC;
-    handler.startElementNs = [](void* user, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int, const xmlChar**,
-                                int count, int, const xmlChar** list) { of(user).start_element(local, prefix, uri, count, list); };
+    handler.startDocument = [](void* user) { of(user).start_document(); };
+    handler.startElementNs = [](void* user, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int declared, const xmlChar**,
+                                int count, int,
+                                const xmlChar** list) { of(user).start_element(local, prefix, uri, declared, count, list); };
     handler.endElementNs = [](void* user, const xmlChar*, const xmlChar*, const xmlChar*) { of(user).end_element(); };
-    handler.characters = [](void* user, const xmlChar* piece, int length) {
-        of(user).characters(chars(piece), static_cast<std::size_t>(length));
+    handler.characters = [](void* user, const xmlChar* from, int length) {
+        of(user).characters(chars(from), static_cast<std::size_t>(length));
     };
     handler.ignorableWhitespace = handler.characters;
     handler.cdataBlock = handler.characters;
@@ -179,16 +204,32 @@ void c_xml::s_parser::feed() {
     events.clear();
     attributes.clear();
     next = 0;
-    char piece[piece_size];
     while (events.empty() && code == error_none && !at_end) {
-        const std::size_t count = source.read(piece, sizeof piece);
+        // The parser searches all that it holds of an unfinished tag again with each piece: the longer the tag, the larger the pieces.
+        const auto held = static_cast<std::size_t>(context->input->end - context->input->cur);
+        piece.resize(std::clamp(held, std::size_t{piece_size}, std::size_t{max_piece_size}));
+        const std::size_t count = source.read(piece.data(), piece.size());
         fed += count;
         if (fed > max_document_size) {
-            fail(error_too_large, std::string(get_error_description(error_too_large)), line());
-            return;
+            fail_large("more than " + std::to_string(max_document_size) + " bytes", line());
+        } else if (!scan.scan(piece.data(), count, max_attributes)) {
+            fail_large("an element with more than " + std::to_string(max_attributes) + " attributes", line());
+        } else {
+            at_end = count == 0;
+            xmlParseChunk(context, piece.data(), static_cast<int>(count), at_end ? 1 : 0);
         }
-        at_end = count == 0;
-        xmlParseChunk(context, piece, static_cast<int>(count), at_end ? 1 : 0);
+    }
+}
+
+void c_xml::s_parser::fail_large(const std::string& what, int at_line) {
+    fail(error_too_large, std::string(get_error_description(error_too_large)) + ": " + what, at_line);
+}
+
+void c_xml::s_parser::start_document() {
+    const xmlCharEncodingHandler* const encoder = context->input->buf ? context->input->buf->encoder : nullptr;
+    const bool is_utf16 = encoder && xmlStrncasecmp(BAD_CAST encoder->name, BAD_CAST "UTF-16", 6) == 0;
+    if (is_utf16 != scan.is_utf16() || (encoder && !is_utf16 && !is_plain_encoding(encoder->name))) {
+        fail(error_not_well_formed, std::string("the encoding ") + (encoder ? encoder->name : "") + " is not supported; UTF-8 is", 1);
     }
 }
 
@@ -209,19 +250,19 @@ int c_xml::s_parser::resolve(const xmlChar* uri) {
 }
 
 s_span c_xml::s_parser::keep(const char* from, std::size_t length) {
-    const s_span span{arena.size(), length};
+    const s_span span{narrow(arena.size()), narrow(length)};
     arena.append(from, length);
     return span;
 }
 
-s_span c_xml::s_parser::keep_name(const xmlChar* prefix, const xmlChar* local, std::size_t& prefix_length) {
-    s_span span{arena.size(), 0};
+s_span c_xml::s_parser::keep_name(const xmlChar* prefix, const xmlChar* local, std::uint32_t& prefix_length) {
+    s_span span{narrow(arena.size()), 0};
     if (prefix) {
         arena.append(chars(prefix)).append(1, ':');
     }
-    prefix_length = arena.size() - span.start;
+    prefix_length = narrow(arena.size()) - span.start;
     arena.append(chars(local));
-    span.length = arena.size() - span.start;
+    span.length = narrow(arena.size()) - span.start;
     return span;
 }
 
@@ -275,7 +316,8 @@ void c_xml::s_parser::locate(s_event& event) {
     }
 }
 
-void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int count, const xmlChar** list) {
+void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int declared, int count,
+                                    const xmlChar** list) {
     // A tag that breaks off is announced as well, before its fault.
     const xmlChar* const tag_end = context->input->cur;
     const bool is_whole = *tag_end == '>' || (*tag_end == '/' && tag_end[1] == '>');
@@ -286,8 +328,8 @@ void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix,
     event.kind = xml_event_kind::start;
     event.ns_id = resolve(uri);
     event.text = keep_name(prefix, local, event.prefix_length);
-    event.first_attribute = attributes.size();
-    event.attribute_count = static_cast<std::size_t>(count);
+    event.first_attribute = narrow(attributes.size());
+    event.attribute_count = narrow(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i, list += 5) {
         s_attribute attribute;
         attribute.ns_id = resolve(list[2]);
@@ -297,8 +339,12 @@ void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix,
     }
     locate(event);
     events.push_back(event);
-    if (++depth > max_depth) {
+    declarations.push_back(narrow(static_cast<std::size_t>(declared)));
+    namespaces_in_force += declarations.back();
+    if (declarations.size() > max_depth) {
         fail(error_too_deep, std::string(get_error_description(error_too_deep)) + ": more than " + std::to_string(max_depth), event.line);
+    } else if (namespaces_in_force > max_namespaces) {
+        fail_large("more than " + std::to_string(max_namespaces) + " namespace declarations in force", event.line);
     }
 }
 
@@ -306,19 +352,20 @@ void c_xml::s_parser::end_element() {
     if (code != error_none) {
         return;
     }
-    --depth;
+    namespaces_in_force -= declarations.back();
+    declarations.pop_back();
     s_event event;
     event.line = line();
     events.push_back(event);
 }
 
 void c_xml::s_parser::characters(const char* from, std::size_t length) {
-    if (code != error_none || depth == 0) {
+    if (code != error_none || declarations.empty()) {
         return;
     }
     const s_span span = keep(from, length);
     if (!events.empty() && events.back().kind == xml_event_kind::text) {
-        events.back().text.length += length;
+        events.back().text.length += narrow(length);
         return;
     }
     s_event event;

@@ -420,6 +420,7 @@ private:
     std::size_t getMemoryResourceBusInterfacesNonIndexed_(BusInterfaces& out) const;
     BusInterfaces getMemoryInterfaces_() const;
     bool isUniqueMemoryType_(const std::string& type) const;
+    const HZEPHardwareBusInterface* findMemoryBank_(const std::string& type, unsigned index) const;
     unsigned countBusInterfaces_(const char* type, const char* mode) const;
     bool isFlatShellIn_(PlatformState state) const;
     bool hasHardwareDef_() const;

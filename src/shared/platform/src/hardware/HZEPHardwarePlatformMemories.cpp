@@ -108,47 +108,36 @@ unsigned HZEPHardwarePlatform::getMemoryTypeCount(const std::string& type) const
     return 0;
 }
 
-unsigned HZEPHardwarePlatform::getMemoryIndex(const std::string& type, unsigned index) const {
-    unsigned answer = 0;
-    if (!isMemoryResourceIndexed() || !isUniqueMemoryType_(type))
-        return answer;
+const HZEPHardwareBusInterface* HZEPHardwarePlatform::findMemoryBank_(const std::string& type, unsigned index) const {
+    if (!isUniqueMemoryType_(type))
+        return nullptr;
+    const bool indexed = isMemoryResourceIndexed();
+    const HZEPHardwareBusInterface* last = nullptr;
     for (const HZEPHardwareBusInterface* busInterface : getMemoryInterfaces_()) {
-        if (isOfType(*busInterface, type) && busInterface->getNumAddressSegments() > index)
-            answer = busInterface->getMemoryIndex(index);
+        if (isOfType(*busInterface, type) && (!indexed || busInterface->getNumAddressSegments() > index))
+            last = busInterface;
     }
-    return answer;
+    return last;
+}
+
+unsigned HZEPHardwarePlatform::getMemoryIndex(const std::string& type, unsigned index) const {
+    const HZEPHardwareBusInterface* bank = isMemoryResourceIndexed() ? findMemoryBank_(type, index) : nullptr;
+    return bank ? bank->getMemoryIndex(index) : 0;
 }
 
 std::string HZEPHardwarePlatform::getMemorySize(const std::string& type, unsigned index) const {
-    std::string answer;
-    if (!isUniqueMemoryType_(type))
-        return answer;
-    const bool indexed = isMemoryResourceIndexed();
-    for (const HZEPHardwareBusInterface* busInterface : getMemoryInterfaces_()) {
-        if (!isOfType(*busInterface, type))
-            continue;
-        if (!indexed)
-            answer = busInterface->getSize();
-        else if (busInterface->getNumAddressSegments() > index)
-            return "16GB"; // of no data: callers count on this figure for every indexed bank
-    }
-    return answer;
+    const HZEPHardwareBusInterface* bank = findMemoryBank_(type, index);
+    if (!bank)
+        return "";
+    // Of no data: callers count on this figure for every indexed bank.
+    return isMemoryResourceIndexed() ? "16GB" : bank->getSize();
 }
 
 std::string HZEPHardwarePlatform::getMemorySLR(const std::string& type, unsigned index) const {
-    std::string answer;
-    if (!isUniqueMemoryType_(type))
-        return answer;
-    const bool indexed = isMemoryResourceIndexed();
-    for (const HZEPHardwareBusInterface* busInterface : getMemoryInterfaces_()) {
-        if (!isOfType(*busInterface, type))
-            continue;
-        if (!indexed)
-            answer = busInterface->getSLR();
-        else if (busInterface->getNumAddressSegments() > index)
-            answer = busInterface->getMemorySLR(index);
-    }
-    return answer;
+    const HZEPHardwareBusInterface* bank = findMemoryBank_(type, index);
+    if (!bank)
+        return "";
+    return isMemoryResourceIndexed() ? bank->getMemorySLR(index) : bank->getSLR();
 }
 
 void HZEPHardwarePlatform::updateHBMBankInfo(const std::string& instanceName, bool isDefault) {

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+
+#include "Verbs.h"
+
+#include "HPLPlatform.h"
+#include "HZEPDsaJsonReader.h"
+#include "HZEPDsaXmlWriter.h"
+#include "HostFile.h"
+#include "HostFileUtils.h"
+#include "JSONObjectWriter.h"
+#include "lmx60.h"
+
+#include <memory>
+#include <sstream>
+
+namespace {
+
+struct Options {
+    std::string input;
+    std::string out;
+};
+
+void writeJson(const HPLPlatform& platform, const std::string& out) {
+    zep_platform::JSONObjectWriter writer;
+    platform.toJSON(writer);
+    std::ostringstream text;
+    writer.write(text);
+    text << '\n';
+    HostFileUtils::writeFileAtomically(out, text.str());
+}
+
+void write(HPLPlatform& platform, const Options& options, bool asXml) {
+    try {
+        if (asXml)
+            HZEPDsaXmlWriter(&platform, options.out).writeDSA();
+        else
+            writeJson(platform, options.out);
+    } catch (const lmx60::lmx_exception& error) {
+        throw Negative(options.input + ": can't be told in XML: " + error.what());
+    } catch (const std::exception& error) {
+        throw Unusable(error.what());
+    }
+}
+
+void convert(Session& session, const Options& options) {
+    const std::string outExtension = HostFile(options.out).getExt();
+    if (outExtension != "xml" && outExtension != "json")
+        throw Unusable(options.out + ": the output must end in .xml or .json");
+    const std::string extension = HostFile(options.input).getExt();
+    if (extension == "json") {
+        HPLPlatform platform;
+        try {
+            if (!HZEPDsaJsonReader(&platform).parseJsonString(HostFileUtils::readFile(options.input)))
+                throw Unusable(options.input + ": is empty");
+        } catch (const Unusable&) {
+            throw;
+        } catch (const std::exception& error) {
+            const std::string what = error.what();
+            throw Unusable(what.find(options.input) == std::string::npos ? options.input + ": " + what : what);
+        }
+        write(platform, options, outExtension == "xml");
+        return;
+    }
+    if (!HZEPHardwarePlatform::isValidPlatformExt("." + extension))
+        throw Unusable(options.input + ": an archive (.dsa, .kar) or its metadata (.json) was expected");
+    const auto platform = session.load(options.input);
+    auto* hardware = dynamic_cast<HPLPlatform*>(platform->getHardwarePlatform());
+    if (!hardware)
+        throw Unusable(options.input + ": has no hardware platform");
+    write(*hardware, options, outExtension == "xml");
+}
+
+} // namespace
+
+void addConvert(CLI::App& app, Session& session) {
+    auto options = std::make_shared<Options>();
+    CLI::App* verb = app.add_subcommand("convert", "Write the metadata of an archive as JSON or as XML");
+    verb->add_option("ARCHIVE", options->input, "An archive (.dsa, .kar), or JSON metadata taken out of one (.json)")->required();
+    verb->add_option("-o,--output", options->out, "The file to write; its extension, .xml or .json, tells the form")->required();
+    verb->footer("XML has room for less than JSON; docs/xml-metadata.md tells what gets lost.\n"
+                 "Exit status: 1 for metadata that can't be told in XML; then nothing is written.\n"
+                 "Example: hzep convert card/hw/card.dsa -o kar.json");
+    verb->callback([options, &session] { convert(session, *options); });
+}
