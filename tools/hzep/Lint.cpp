@@ -98,7 +98,7 @@ void lintFiles(Session& session, const Options& options) {
         throw Unusable(faults.back());
     }
     if (!report.isClean())
-        throw Negative(report.describe());
+        throw Findings(report.describe());
 }
 
 } // namespace

@@ -19,6 +19,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The answer is a list of findings, already printed; the text counts them.
+class Findings : public Negative {
+public:
+    using Negative::Negative;
+};
+
 /// Wrong usage, or input that can't be read. Exit status 2.
 class Unusable : public std::runtime_error {
 public:

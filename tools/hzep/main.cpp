@@ -31,6 +31,9 @@ int main(int argc, char** argv) {
         return 0;
     } catch (const CLI::ParseError& error) {
         return app.exit(error, session.out(), std::cerr) == 0 ? 0 : 2;
+    } catch (const Findings& findings) {
+        Session::say("lint", findings.what());
+        return 1;
     } catch (const Negative& error) {
         Session::say("error", error.what());
         return 1;
