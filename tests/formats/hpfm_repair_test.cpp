@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPHpfmUtl.h"
 
+#include "FaultSweep.h"
 #include "HostErrors.h"
 #include "HpfmDocument.h"
 #include "TempDir.h"
@@ -118,6 +119,31 @@ TEST(HZEPHpfmUtl, WhatCantBeWrittenStays) {
     const std::string name = std::string(250, 'a') + ".hpfm";
     EXPECT_THROW(HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(dir.write(name, kHpfm)), HostXMLException);
     EXPECT_EQ(dir.read(name), kHpfm);
+}
+
+TEST(HZEPHpfmUtl, EveryFaultLeavesTheOldOrTheNewFile) {
+    TempDir dir;
+    const std::string path = dir.path("a.hpfm");
+    const FaultSweep sweep(
+        path,
+        [&] {
+            const SentMessages sent;
+            HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(path);
+            if (!sent.lines.empty())
+                throw std::runtime_error(sent.lines[0]);
+        },
+        [&] {
+            WELHardwarePlatform::Repository repository;
+            EXPECT_EQ(repository.Unmarshal(path.c_str(), nullptr), lmx60::error_none);
+        });
+    for (const auto action : {FaultPlan::Fail, FaultPlan::KillNow}) {
+        dir.write("a.hpfm", kHpfm);
+        const FaultSweep::Count count = sweep.run(FaultPlan::All, action);
+        EXPECT_EQ(dir.read("a.hpfm"), kPreferredOnly);
+        RecordProperty(action == FaultPlan::Fail ? "failed_calls" : "killed_at_calls", static_cast<int>(count.struck));
+        EXPECT_GE(count.old, 6u);
+        EXPECT_GT(count.struck, count.old);
+    }
 }
 
 TEST(HZEPHpfmUtl, ExtractionMakesBanksAlikeOnRequest) {
