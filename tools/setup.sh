@@ -4,15 +4,17 @@
 
 # ensure_packages TOP: installs the Debian packages of tools/packages.txt that are missing.
 ensure_packages() {
-    local wanted missing sudo=
+    local wanted missing log sudo=
     mapfile -t wanted < <(grep -v '^#' "$1/tools/packages.txt")
     mapfile -t missing < <(comm -23 <(printf '%s\n' "${wanted[@]}" | sort) \
         <(dpkg-query -W -f '${db:Status-Status} ${binary:Package}\n' | sed -n 's/^installed \([^:]*\).*/\1/p' | sort -u))
     [ ${#missing[@]} -eq 0 ] && return
     echo "Installing from Debian: ${missing[*]}" >&2
     [ "$(id -u)" -eq 0 ] || sudo=sudo
+    log=$(mktemp)
     { $sudo apt-get update -qq && $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"; } \
-        >/dev/null || { echo "These Debian packages could not be installed: ${missing[*]}" >&2; exit 2; }
+        >"$log" 2>&1 || { cat "$log" >&2; rm -f "$log"; echo "These Debian packages could not be installed: ${missing[*]}" >&2; exit 2; }
+    rm -f "$log"
 }
 
 # build_preset TOP PRESET: configures when needed and builds; all that is said goes to stderr, and nothing when nothing is to be done.

@@ -12,6 +12,7 @@ void addShow(CLI::App& app, Session& session);
 void addFiles(CLI::App& app, Session& session);
 void addExtract(CLI::App& app, Session& session);
 void addPack(CLI::App& app, Session& session);
+void addLint(CLI::App& app, Session& session);
 void addConvert(CLI::App& app, Session& session);
 void addRepair(CLI::App& app, Session& session);
 void addAdd(CLI::App& app, Session& session);

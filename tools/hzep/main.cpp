@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
     addFiles(app, session);
     addExtract(app, session);
     addPack(app, session);
+    addLint(app, session);
     addConvert(app, session);
     addRepair(app, session);
     addAdd(app, session);

@@ -492,7 +492,6 @@ std::string Emitter::readStep(const Member& member) const {
 
 void Emitter::defineUnmarshal(const Class& of) {
     const Words w = {{"C", of.name},
-                     {"reader", of.attributes.empty() ? "" : " reader"},
                      {"error", of.attributes.empty() ? "" : " error"},
                      {"children", boolean(!of.children.empty())}};
     if (of.isGroup) {
@@ -510,9 +509,10 @@ void Emitter::defineUnmarshal(const Class& of) {
                      "    return lmx60::unmarshal_element(*this, reader, name, @children@);\n}\n",
                      w);
     }
-    out_ << fill("bool @C@::unmarshal_attributes(lmx60::c_xml_reader&@reader@, lmx60::elmx_error*@error@) {\n", w);
+    out_ << fill("bool @C@::unmarshal_attributes(lmx60::c_xml_reader& reader, lmx60::elmx_error*@error@) {\n", w);
     if (of.attributes.empty()) {
-        out_ << "    return false;\n}\n";
+        // The look-up finds nothing; the reader still learns of the attribute.
+        out_ << "    reader.tokenise(attr_event_map, lmx60::name_of_attribute);\n    return false;\n}\n";
     } else {
         out_ << "    switch (reader.tokenise(attr_event_map, lmx60::name_of_attribute)) {\n";
         for (const Member& member : of.attributes) {

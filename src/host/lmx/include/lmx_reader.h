@@ -116,6 +116,11 @@ protected:
     virtual elmx_error error_hook(elmx_error code, const std::string& item, const std::string& file, int line);
     /// The default answers the code it was given.
     virtual elmx_error after_error_hook(elmx_error code);
+    /// Called for each attribute and element that is passed over because no table knows it, with its name as written. The table holds what
+    /// is known at this place; it is null where nothing is. The default does nothing.
+    virtual void skipped_hook(elmx_name_kind kind, const std::string& written_name, int line, const s_event_map* known);
+    /// Words for the fault that the hook was called for.
+    const std::string& get_error_text() const { return error_text_; }
 
 private:
     friend class c_xml_reader_local;

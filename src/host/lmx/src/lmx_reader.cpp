@@ -53,6 +53,9 @@ void c_xml_reader::set_document_flag(int flag) {
 int c_xml_reader::tokenise(const s_event_map* map, elmx_name_kind kind) {
     if (kind == name_of_attribute) {
         event_ = look_up(map, attribute_ns_id(attribute_), attribute_local_name(attribute_));
+        if (event_ == event_none) {
+            skipped_hook(kind, std::string(attribute_name(attribute_)), attribute_line(attribute_), map);
+        }
     } else {
         event_ = at_element() ? look_up(map, next_ns_id(), next_local_name()) : event_none;
     }
@@ -92,6 +95,7 @@ int c_xml_reader::get_known_element_event(const s_event_map* map, elmx_error* er
         if (tokenise(map, name_of_element) != event_none || look_up(known_elements_, next_ns_id(), next_local_name()) != event_none) {
             break;
         }
+        skipped_hook(name_of_element, std::string(next_name()), next_line(), map);
         pop();
         skip_rest_of_element();
     }
@@ -143,6 +147,9 @@ elmx_error c_xml_reader::unmarshal_child_element_impl(c_unmarshal_bridge& bridge
     const std::string item(next_local_name());
     const int line = next_line();
     enter_element();
+    while (next_attribute()) {
+        tokenise(nullptr, name_of_attribute);
+    }
     std::string value;
     elmx_error error = get_element_value(&value, whitespace_preserve);
     if (error != error_none || !leave_element(&error)) {
@@ -165,6 +172,7 @@ elmx_error c_xml_reader::get_element_value(std::string* value, elmx_whitespace w
             break;
         case xml_event_kind::start:
             if (look_up(known_elements_, next_ns_id(), next_local_name()) == event_none) {
+                skipped_hook(name_of_element, std::string(next_name()), next_line(), nullptr);
                 pop();
                 skip_rest_of_element();
             } else if (const elmx_error error = report_unexpected(); error != error_none) {
@@ -258,6 +266,8 @@ elmx_error c_xml_reader::error_hook(elmx_error code, const std::string& item, co
 elmx_error c_xml_reader::after_error_hook(elmx_error code) {
     return code;
 }
+
+void c_xml_reader::skipped_hook(elmx_name_kind, const std::string&, int, const s_event_map*) {}
 
 c_xml_reader_local::c_xml_reader_local(c_xml_reader& reader)
     : reader_(reader), item_(reader.item_), known_elements_(reader.known_elements_), event_(reader.event_),

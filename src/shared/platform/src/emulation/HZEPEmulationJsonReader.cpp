@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPEmulationJsonReader.h"
 
+#include "EmulationJsonKeys.h"
 #include "HZEPEmulations.h"
 #include "HZEPJSONText.h"
 #include "HostErrors.h"
@@ -40,7 +41,7 @@ bool HZEPEmulationJsonReader::isJsonValid() const {
     try {
         ptree root;
         HZEPJSONText::readFile(path_, root);
-        return root.find("emulations") != root.not_found();
+        return root.find(emulation_json::kEmulations) != root.not_found();
     } catch (const std::exception&) {
         return false;
     }
@@ -63,19 +64,19 @@ void HZEPEmulationJsonReader::parseFromDsa(std::string archive, std::string memb
 }
 
 void HZEPEmulationJsonReader::parseRoot_(const ptree& root) {
-    if (const auto version = root.get_optional<std::string>("pfm_metadata_version"))
+    if (const auto version = root.get_optional<std::string>(emulation_json::kVersion))
         emulations_->setPfmMetadataVersion(*version);
-    for (const auto& [key, source] : root.get_child("emulations")) {
-        const auto name = source.get_optional<std::string>("name");
+    for (const auto& [key, source] : root.get_child(emulation_json::kEmulations)) {
+        const auto name = source.get_optional<std::string>(emulation_json::kName);
         if (!name)
             continue;
         HZEPEmulation& emulation = *emulations_->createEmulation();
         emulation.setName(name->c_str());
-        for (const auto& [fileKey, sourceFile] : source.get_child("files")) {
-            const auto type = sourceFile.get<std::string>("type");
-            const auto fileName = sourceFile.get<std::string>("name");
+        for (const auto& [fileKey, sourceFile] : source.get_child(emulation_json::kFiles)) {
+            const auto type = sourceFile.get<std::string>(emulation_json::kType);
+            const auto fileName = sourceFile.get<std::string>(emulation_json::kName);
             HZEPEmulationFile& file = *emulation.createFile(type.c_str(), fileName.c_str());
-            if (const auto instPath = sourceFile.get_optional<std::string>("inst_path"))
+            if (const auto instPath = sourceFile.get_optional<std::string>(emulation_json::kInstPath))
                 file.setInstPath(instPath->c_str());
         }
     }

@@ -21,11 +21,11 @@ void setCdmaBaseAddress(HZEPHardwareFeatureRom& rom, const std::string& text) {
 
 using RomRow = Keys<HZEPHardwareFeatureRom>;
 inline constexpr Key<HZEPHardwareFeatureRom> kFeatureBitMapKeys[] = {
-    RomRow::text<[](HZEPHardwareFeatureRom& rom, const std::string& text) {
+    RomRow::hex<[](HZEPHardwareFeatureRom& rom, const std::string& text) {
         std::uint64_t bits = 0;
         HostConvert::hexToDataLittleEndian(text, &bits, sizeof bits);
         rom.setFeatureBitMap(bits);
-    }>("value"),
+    }>("value", sizeof(std::uint64_t)),
     RomRow::writtenOnly("unifiedPlatform"),
     RomRow::writtenOnly("auroraLink"),
     RomRow::writtenOnly("boardMgmt"),
@@ -52,10 +52,10 @@ inline constexpr Key<HZEPHardwareFeatureRom> kFeatureRomKeys[] = {
     RomRow::number<&HZEPHardwareFeatureRom::setDRBaseAddress>("drBaseAddress"),
     RomRow::object<std::identity{}, kFeatureBitMapKeys>("featureBitMap"),
     RomRow::text<[](HZEPHardwareFeatureRom& rom, const std::string& text) { rom.setUUID(text); }>("uuid"),
-    RomRow::text<&setCdmaBaseAddress<0>>("cdmaBaseAddress0"),
-    RomRow::text<&setCdmaBaseAddress<1>>("cdmaBaseAddress1"),
-    RomRow::text<&setCdmaBaseAddress<2>>("cdmaBaseAddress2"),
-    RomRow::text<&setCdmaBaseAddress<3>>("cdmaBaseAddress3"),
+    RomRow::hex<&setCdmaBaseAddress<0>>("cdmaBaseAddress0", sizeof(std::uint32_t)),
+    RomRow::hex<&setCdmaBaseAddress<1>>("cdmaBaseAddress1", sizeof(std::uint32_t)),
+    RomRow::hex<&setCdmaBaseAddress<2>>("cdmaBaseAddress2", sizeof(std::uint32_t)),
+    RomRow::hex<&setCdmaBaseAddress<3>>("cdmaBaseAddress3", sizeof(std::uint32_t)),
     RomRow::optionalNumber<&HZEPHardwareFeatureRom::setMaxTempLimit>("maxTempLimit"),
     RomRow::optionalNumber<&HZEPHardwareFeatureRom::setMaxPowerLimit>("maxPowerLimit"),
 };

@@ -7,7 +7,9 @@
 #include <boost/optional.hpp>
 #include <boost/property_tree/ptree.hpp>
 
+#include <cstddef>
 #include <functional>
+#include <limits>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -19,8 +21,8 @@ namespace dsa_json {
 
 using Tree = boost::property_tree::ptree;
 
-/// The form of a key's value in a document. Scalars are text everywhere, so Number and Flag tell what the text must say.
-enum class Shape { Text, Number, Flag, Object, List };
+/// The form of a key's value in a document. Scalars are text everywhere, so Number, Hex and Flag tell what the text must say.
+enum class Shape { Text, Number, Hex, Flag, Object, List };
 
 struct KeyInfo {
     const char* name;
@@ -29,6 +31,11 @@ struct KeyInfo {
     std::vector<const KeyInfo*> (*members)() = nullptr;
     /// A list whose items are read one after the other, with nothing done for the list as a whole.
     bool itemByItem = false;
+    /// What the model's field can hold of a number.
+    long min = std::numeric_limits<long>::min();
+    long max = std::numeric_limits<long>::max();
+    /// Size of the model's field for a hexadecimal text.
+    std::size_t bytes = 0;
 };
 
 /// A row of the table for one class of the model. `read` is null for a key that is written only.
@@ -96,12 +103,12 @@ struct Keys {
     /// Base 10, cut to the width of the setter's argument; an absent key reads as 0.
     template <auto Set>
     static constexpr Row number(const char* name) {
-        return {{name, Shape::Number}, [](Model& model, Tree& object, const char* key) { putNumber<Set>(model, object, key); }};
+        return {numberInfo<Set>(name), [](Model& model, Tree& object, const char* key) { putNumber<Set>(model, object, key); }};
     }
 
     template <auto Set>
     static constexpr Row optionalNumber(const char* name) {
-        return {{name, Shape::Number}, [](Model& model, Tree& object, const char* key) {
+        return {numberInfo<Set>(name), [](Model& model, Tree& object, const char* key) {
                     if (HZEPJSONUtils::findKey(object, key))
                         putNumber<Set>(model, object, key);
                 }};
@@ -110,10 +117,19 @@ struct Keys {
     /// Only a text that is not empty is converted.
     template <auto Set>
     static constexpr Row numberUnlessEmpty(const char* name) {
-        return {{name, Shape::Number}, [](Model& model, Tree& object, const char* key) {
+        return {numberInfo<Set>(name), [](Model& model, Tree& object, const char* key) {
                     if (!HZEPJSONUtils::getValue(object, key).empty())
                         putNumber<Set>(model, object, key);
                 }};
+    }
+
+    /// Text of base 16 for a field of so many bytes.
+    template <auto Set>
+    static constexpr Row hex(const char* name, std::size_t bytes) {
+        Row row = text<Set>(name);
+        row.shape = Shape::Hex;
+        row.bytes = bytes;
+        return row;
     }
 
     template <auto Set, bool Default = false>
@@ -193,8 +209,20 @@ private:
     }
 
     template <auto Set>
+    using Number = typename Argument<std::remove_cv_t<decltype(Set)>>::Type;
+
+    template <auto Set>
+    static constexpr KeyInfo numberInfo(const char* name) {
+        using Limits = std::numeric_limits<Number<Set>>;
+        KeyInfo info{name, Shape::Number};
+        info.min = std::cmp_less(Limits::min(), info.min) ? info.min : static_cast<long>(Limits::min());
+        info.max = std::cmp_greater(Limits::max(), info.max) ? info.max : static_cast<long>(Limits::max());
+        return info;
+    }
+
+    template <auto Set>
     static void putNumber(Model& model, Tree& object, const char* key) {
-        using Type = typename Argument<std::remove_cv_t<decltype(Set)>>::Type;
+        using Type = Number<Set>;
         put<Set>(model, static_cast<Type>(HZEPJSONUtils::getLongValue(object, key, 0)));
     }
 

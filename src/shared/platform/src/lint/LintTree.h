@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "LintRules.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lint {
+
+/// What documents of this system hold; a format's own tables say what is known in it.
+enum class Kind { PlatformFile, SoftwareFile, HardwareFile, ArchiveJson, ArchiveXml, EmulationJson, EmulationXml, ExtensionJson };
+
+/// One value of a document with its line. XML elements are objects; their attributes are texts in them, before the elements.
+struct Node {
+    enum Form : unsigned char { Text, Object, List };
+
+    std::string name; // "" for an item of a list, and for names of foreign namespaces
+    std::string value;
+    std::size_t line = 1;
+    Form form = Text;
+    std::vector<Node> children;
+
+    /// The first child of the name; null when there is none.
+    const Node* find(std::string_view child) const;
+    /// Its value, "" when there is none.
+    const std::string& get(std::string_view child) const;
+};
+
+bool isJson(Kind kind);
+
+/// The document as a tree; a document that does not parse, or that is too large, is a finding and no tree. XML is held against its format's
+/// bindings on the way.
+std::optional<Node> readJson(const std::string& text, Findings& findings);
+std::optional<Node> readXml(const std::string& text, Kind kind, Findings& findings);
+
+/// Kind of a text by what stands in it; none when that tells nothing.
+std::optional<Kind> recogniseJson(const std::string& text);
+std::optional<Kind> recogniseXml(const std::string& text);
+
+/// Looks for keys that no table of the format has, and for values that don't fit their keys.
+void checkKeys(const Node& root, Kind kind, Findings& findings);
+
+/// The checks of names, ids, defaults, parts, sizes and numbers.
+void checkContent(const Node& root, Kind kind, Findings& findings);
+
+/// A file that the document lists.
+struct ListedFile {
+    std::string type;
+    std::string name;
+    std::size_t line;
+};
+std::vector<ListedFile> listFiles(const Node& root, Kind kind);
+
+} // namespace lint
