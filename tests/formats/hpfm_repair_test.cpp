@@ -91,7 +91,7 @@ TEST(HZEPHpfmUtl, RewritesTheFileWhenItMust) {
     TempDir dir;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
-        SentMessages sent;
+        MessageLog sent;
         HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(dir.write("a.hpfm", row.before));
         EXPECT_EQ(dir.read("a.hpfm"), row.after);
         EXPECT_EQ(sent.lines, row.messages);
@@ -101,7 +101,7 @@ TEST(HZEPHpfmUtl, RewritesTheFileWhenItMust) {
 
 TEST(HZEPHpfmUtl, WhatCantBeReadStays) {
     TempDir dir;
-    SentMessages sent;
+    MessageLog sent;
     HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(dir.path("absent.hpfm"));
     EXPECT_THAT(sent.lines, ElementsAre("error|@74-12@|File: " + dir.path("absent.hpfm") + " doesn't exist.\n"));
     EXPECT_FALSE(std::filesystem::exists(dir.path("absent.hpfm")));
@@ -127,7 +127,7 @@ TEST(HZEPHpfmUtl, EveryFaultLeavesTheOldOrTheNewFile) {
     const FaultSweep sweep(
         path,
         [&] {
-            const SentMessages sent;
+            const MessageLog sent;
             HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(path);
             if (!sent.lines.empty())
                 throw std::runtime_error(sent.lines[0]);
