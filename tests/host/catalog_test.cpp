@@ -9,16 +9,14 @@
 
 #include <filesystem>
 #include <set>
-#include <string>
 
 namespace {
 
-/// Adds the literals that begin as a key does, "@74-60@".
-void collectKeys(const std::string& text, std::set<std::string>& keys) {
-    for (std::size_t at = text.find("\"@"); at != std::string::npos; at = text.find("\"@", at + 1)) {
-        const std::string literal = text.substr(at + 1, text.find('"', at + 1) - at - 1);
-        const std::size_t numbers = literal.find_first_not_of("0123456789-", 1);
-        if (numbers != std::string::npos && numbers > 1 && literal[numbers] == '@')
+/// Every text literal of a source that has the form of a key: "@74-60@%s".
+void collectKeys(const std::string& source, std::set<std::string>& keys) {
+    for (std::size_t at = source.find("\"@"); at != std::string::npos; at = source.find("\"@", at + 1)) {
+        const std::string literal = source.substr(at + 1, source.find('"', at + 1) - at - 1);
+        if (literal.find('-') != std::string::npos && literal.find('@', 1) != std::string::npos)
             keys.insert(literal);
     }
 }
@@ -26,9 +24,8 @@ void collectKeys(const std::string& text, std::set<std::string>& keys) {
 TEST(Catalog, HoldsTheKeysThatTheCodeSendsAndNoOthers) {
     std::set<std::string> sent;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(HZEP_SOURCE_DIR "/src")) {
-        if (entry.path().extension() != ".cpp")
-            continue;
-        collectKeys(HostFileUtils::readFile(entry.path()), sent);
+        if (entry.path().extension() == ".cpp")
+            collectKeys(HostFileUtils::readFile(entry.path()), sent);
     }
     EXPECT_THAT(HostMsgMgr::getCatalogKeys(), testing::ElementsAreArray(sent));
 }
