@@ -42,12 +42,13 @@ std::string cardText(std::size_t busInterfaces) {
     return text.str();
 }
 
-void writeArchive(const std::string& path, const std::string& text) {
+void writeArchive(const std::string& path, const std::string& text, const char* entry, bool isDeflated) {
     zip_t* archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
     if (!archive)
         fail(path);
     zip_source_t* source = zip_source_buffer(archive, text.data(), text.size(), 0);
-    if (!source || zip_file_add(archive, kEntry, source, 0) < 0 || zip_close(archive) != 0)
+    if (!source || zip_file_add(archive, entry, source, 0) < 0 ||
+        zip_set_file_compression(archive, 0, isDeflated ? ZIP_CM_DEFLATE : ZIP_CM_STORE, 0) != 0 || zip_close(archive) != 0)
         fail(path);
 }
 

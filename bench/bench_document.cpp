@@ -6,6 +6,7 @@
 // process that does nothing else.
 
 #include "Card.h"
+#include "Measure.h"
 
 #include "hzep_c_api.h"
 
@@ -15,13 +16,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -44,18 +42,6 @@ std::size_t documentByBoost(const std::string& text) {
     std::ostringstream out;
     boost::property_tree::write_json(out, tree);
     return out.str().size();
-}
-
-// Of the processor, so that other work on the machine doesn't count.
-double milliseconds(const std::function<void()>& action) {
-    const std::clock_t begin = std::clock();
-    action();
-    return 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
-}
-
-double median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
 }
 
 std::size_t statusKilobytes(const std::string& name) {
@@ -119,13 +105,13 @@ Row measure(const std::string& directory, std::size_t interfaces) {
     std::vector<double> document, boost, inflate;
     const int rounds = interfaces >= 10'000 ? 7 : interfaces >= 1'000 ? 25 : 101;
     for (int i = 0; i < rounds; ++i) {
-        document.push_back(milliseconds([&] { row.documentBytes = documentByUs(path); }));
-        boost.push_back(milliseconds([&] { documentByBoost(text); }));
-        inflate.push_back(milliseconds([&] { bench::inflateEntry(path); }));
+        document.push_back(bench::milliseconds([&] { row.documentBytes = documentByUs(path); }));
+        boost.push_back(bench::milliseconds([&] { documentByBoost(text); }));
+        inflate.push_back(bench::milliseconds([&] { bench::inflateEntry(path); }));
     }
-    row.document = median(document);
-    row.boost = median(boost);
-    row.inflate = median(inflate);
+    row.document = bench::median(document);
+    row.boost = bench::median(boost);
+    row.inflate = bench::median(inflate);
     return row;
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
-#include "FaultPlan.h"
+#include "FaultSweep.h"
 #include "HPLPlatform.h"
 #include "HZEPDsaJsonReader.h"
 #include "HostErrors.h"
@@ -12,7 +12,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 #include <random>
 #include <sstream>
@@ -130,47 +129,22 @@ TEST_F(ArchiveFile, SaysWhatItCannotDo) {
 TEST_F(ArchiveFile, EveryFaultLeavesTheOldOrTheNewArchive) {
     HostZip::attachDigestEn(archive_);
     const std::string before = dir_.read("plat.kar");
-    const auto work = [&] {
-        HPLPlatform platform;
-        if (!load(platform))
-            throw std::runtime_error("not loaded");
-        platform.archiveFile("DCP", "new.dcp", source_);
-    };
-    work();
-    const std::string after = dir_.read("plat.kar");
-    ASSERT_TRUE(HostZip::verifyDigest(archive_));
-
-    const auto countLeft = [&] {
-        std::size_t left = 0;
-        for (const auto& file : std::filesystem::directory_iterator(dir_.path()))
-            if (file.path() != archive_ && file.path() != source_) {
-                ++left;
-                std::filesystem::remove(file.path());
-            }
-        return left;
-    };
+    const FaultSweep sweep(
+        archive_,
+        [&] {
+            HPLPlatform platform;
+            if (!load(platform))
+                throw std::runtime_error("not loaded");
+            platform.archiveFile("DCP", "new.dcp", source_);
+        },
+        [&] { EXPECT_TRUE(HostZip::verifyDigest(archive_)); });
     constexpr unsigned kinds = FaultPlan::Write | FaultPlan::Sync | FaultPlan::Rename | FaultPlan::Close;
     for (const auto action : {FaultPlan::Fail, FaultPlan::KillNow}) {
-        unsigned struck = 0;
-        unsigned old = 0;
-        for (unsigned n = 1;; ++n) {
-            SCOPED_TRACE(n);
-            dir_.write("plat.kar", before);
-            const FaultPlan::Outcome outcome = FaultPlan::run(kinds, n, action, work);
-            const std::string now = dir_.read("plat.kar");
-            EXPECT_TRUE(now == before || now == after);
-            EXPECT_TRUE(HostZip::verifyDigest(archive_));
-            EXPECT_TRUE(!outcome.succeeded || now == after);
-            old += now == before;
-            const std::size_t left = countLeft();
-            EXPECT_TRUE(left == 0 || action == FaultPlan::KillNow) << "a temporary file is left";
-            if (!outcome.reached)
-                break;
-            ++struck;
-        }
-        RecordProperty(action == FaultPlan::Fail ? "failed_calls" : "killed_at_calls", static_cast<int>(struck));
-        EXPECT_GE(old, 8u);
-        EXPECT_GT(struck, old);
+        dir_.write("plat.kar", before);
+        const FaultSweep::Count count = sweep.run(kinds, action);
+        RecordProperty(action == FaultPlan::Fail ? "failed_calls" : "killed_at_calls", static_cast<int>(count.struck));
+        EXPECT_GE(count.old, 8u);
+        EXPECT_GT(count.struck, count.old);
     }
 }
 

@@ -2,13 +2,11 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HPLPlatform.h"
 #include "HZEPDsaJsonReader.h"
-#include "HostMsgMgr.h"
+#include "MessageLog.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
 
 #include <gtest/gtest.h>
-
-#include <vector>
 
 using zep_platform::PlatformLoader;
 
@@ -17,8 +15,7 @@ namespace {
 /// "H" when hardware emulation is supported, "2" with two emulation designs, "-" when the archive does not load.
 std::string load(const std::string& files, const std::string& json, const std::string& xml) {
     const TempDir dir;
-    std::vector<std::string> keys;
-    const HostMsgMgr::Sink before = HostMsgMgr::getGlobal().setSink([&](const HostMsg& message) { keys.push_back(message.key); });
+    const MessageLog log;
     HPLPlatform platform;
     const bool loaded = HZEPDsaJsonReader(&platform).parseDSA(ZipBuilder(dir.path("p.kar"))
                                                                   .add("kar.json", R"({"files": [)" + files + "]}")
@@ -26,14 +23,13 @@ std::string load(const std::string& files, const std::string& json, const std::s
                                                                   .add("hw_emu.xml", xml)
                                                                   .write(),
                                                               PlatformLoader::PreferAlternateJson);
-    HostMsgMgr::getGlobal().setSink(before);
     std::string result = loaded ? "" : "-";
     if (platform.supportsHWEmulation())
         result += "H";
     if (platform.supportsTwoHwEmuBd())
         result += "2";
-    for (const std::string& key : keys)
-        result += " " + key;
+    for (const std::string& line : log.lines)
+        result += " " + line.substr(0, line.find('|', line.find('|') + 1));
     return result;
 }
 
@@ -55,9 +51,9 @@ TEST(EmulationScan, OfAnArchiveRaisesFlags) {
     EXPECT_EQ(load(json + "," + xml, jsonWith("TOP_BD"), xmlWith("EMU_HPFM")), "2");
 
     // A bad XML form is told, a bad JSON form ends the load.
-    EXPECT_EQ(load(xml, "", "<Root"), " @74-24@%s%d");
-    EXPECT_EQ(load(json, "{}", ""), "- @74-64@%s%s%s");
-    EXPECT_EQ(load(R"({"name": "none.json", "type": "EMU_JSON"})", "", ""), "- @74-64@%s%s%s");
+    EXPECT_EQ(load(xml, "", "<Root"), " error|@74-24@%s%d");
+    EXPECT_EQ(load(json, "{}", ""), "- critical warning|@74-64@%s%s%s");
+    EXPECT_EQ(load(R"({"name": "none.json", "type": "EMU_JSON"})", "", ""), "- critical warning|@74-64@%s%s%s");
 }
 
 } // namespace

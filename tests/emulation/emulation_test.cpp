@@ -7,7 +7,7 @@
 #include "HZEPEmulationXMLWriter.h"
 #include "HZEPEmulations.h"
 #include "HostErrors.h"
-#include "HostMsgMgr.h"
+#include "MessageLog.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
 
@@ -39,26 +39,16 @@ std::vector<std::string> list(const HZEPEmulations& emulations) {
 
 class Emulation : public testing::Test {
 protected:
-    Emulation()
-        : before_(HostMsgMgr::getGlobal().setSink([this](const HostMsg& message) {
-              std::string line = message.key;
-              for (const std::string& arg : message.args)
-                  line += "|" + arg;
-              EXPECT_EQ(message.severityMask, 0x20000000u);
-              messages_.push_back(line);
-          })) {}
-    ~Emulation() override { HostMsgMgr::getGlobal().setSink(before_); }
-
     /// The list after reading the text as an XML file, and as a member, which must give the same.
     std::vector<std::string> readXml(const std::string& text) {
         HZEPEmulations fromFile, fromMember;
         HZEPEmulationXMLReader(dir_.write("emu.xml", text), &fromFile).parseXml();
-        const std::vector<std::string> said = std::exchange(messages_, {});
+        const std::vector<std::string> said = std::exchange(log_.lines, {});
         HZEPEmulationXMLReader::parseFromDsa(ZipBuilder(dir_.path("a.kar")).add("e.xml", text).write(), "e.xml", &fromMember);
-        EXPECT_EQ(messages_.size(), said.size());
-        for (std::size_t i = 0; i < said.size() && i < messages_.size(); ++i)
-            EXPECT_EQ(messages_[i].substr(messages_[i].rfind('|')), said[i].substr(said[i].rfind('|')));
-        messages_ = said;
+        EXPECT_EQ(log_.lines.size(), said.size());
+        for (std::size_t i = 0; i < said.size() && i < log_.lines.size(); ++i)
+            EXPECT_EQ(log_.lines[i].substr(log_.lines[i].rfind('|')), said[i].substr(said[i].rfind('|')));
+        log_.lines = said;
         EXPECT_EQ(list(fromFile), list(fromMember));
         return list(fromFile);
     }
@@ -71,7 +61,7 @@ protected:
     }
 
     TempDir dir_;
-    std::vector<std::string> messages_;
+    MessageLog log_;
     std::string version_;
 
 private:
@@ -85,7 +75,7 @@ TEST_F(Emulation, XmlIsReadFromFilesAndArchives) {
                 "<Emulation Name=''><Files/></Emulation></Emulations></Root>"),
         ElementsAre("a: EMU_HPFM=a/ü.hpfm TOP_BD=b.bd", ":"));
     EXPECT_THAT(readXml("<Root VersionMajor='1' VersionMinor='0'><Emulations/></Root>"), ElementsAre());
-    EXPECT_THAT(messages_, ElementsAre());
+    EXPECT_THAT(log_.lines, ElementsAre());
 }
 
 TEST_F(Emulation, WhatIsNoXmlIsToldAndAddsNothing) {
@@ -103,18 +93,19 @@ TEST_F(Emulation, WhatIsNoXmlIsToldAndAddsNothing) {
         {root(good) + "<", "3"},
     };
     for (const auto& [text, line] : cases) {
-        messages_.clear();
+        log_.lines.clear();
         EXPECT_THAT(readXml(text), ElementsAre()) << text;
-        EXPECT_THAT(messages_, ElementsAre("@74-24@%s%d|" + path + "|" + line)) << text;
+        EXPECT_THAT(log_.lines, ElementsAre("error|@74-24@%s%d|" + path + "|" + line)) << text;
     }
 
     HZEPEmulations emulations;
     EXPECT_THROW(HZEPEmulationXMLReader(dir_.path("none.xml"), &emulations), HostFileNotFoundException);
-    messages_.clear();
+    log_.lines.clear();
     HZEPEmulationXMLReader::parseFromDsa(dir_.path("a.kar"), "none.xml", &emulations);
     HZEPEmulationXMLReader::parseFromDsa(dir_.path("none.kar"), "e.xml", &emulations);
     HZEPEmulationXMLReader(dir_.path(), &emulations).parseXml();
-    EXPECT_THAT(messages_, ElementsAre("@74-24@%s%d|none.xml|0", "@74-24@%s%d|e.xml|0", "@74-24@%s%d|" + dir_.path() + "|0"));
+    EXPECT_THAT(log_.lines,
+                ElementsAre("error|@74-24@%s%d|none.xml|0", "error|@74-24@%s%d|e.xml|0", "error|@74-24@%s%d|" + dir_.path() + "|0"));
 }
 
 TEST_F(Emulation, JsonSkipsTheNamelessAndNeedsTheRest) {

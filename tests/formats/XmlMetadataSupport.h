@@ -3,8 +3,8 @@
 #pragma once
 
 #include "HPLPlatform.h"
-#include "HostMsgMgr.h"
 #include "JSONObjectWriter.h"
+#include "MessageLog.h"
 
 #include <gtest/gtest.h>
 
@@ -14,26 +14,6 @@
 #include <sstream>
 #include <string>
 #include <vector>
-
-/// Keeps what is sent while it lives: "severity|key|argument|argument".
-class SentMessages {
-public:
-    SentMessages() {
-        before_ = HostMsgMgr::getGlobal().setSink([this](const HostMsg& message) {
-            EXPECT_EQ(message.topic, "platform");
-            std::string line = HostMsgMgr::getSeverityName(message.severityMask) + "|" + message.key;
-            for (const std::string& arg : message.args)
-                line += "|" + arg;
-            lines.push_back(line);
-        });
-    }
-    ~SentMessages() { HostMsgMgr::getGlobal().setSink(before_); }
-
-    std::vector<std::string> lines;
-
-private:
-    HostMsgMgr::Sink before_;
-};
 
 /// What is printed to the standard output while it lives.
 class Printed {

@@ -58,7 +58,7 @@ TEST(DsaJsonHpfm, ItsListsGoBeforeTheDocuments) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
         TempDir dir;
-        SentMessages sent;
+        MessageLog sent;
         const std::string archive =
             ZipBuilder(dir.path("a.kar")).add("kar.json", documentWith("hw/a.hpfm")).add(row.member, row.hpfm).write();
         HPLPlatform platform;
@@ -79,7 +79,7 @@ TEST(DsaJsonHpfm, ItsListsGoBeforeTheDocuments) {
 
 TEST(DsaJsonHpfm, ABadOneFailsTheDocument) {
     TempDir dir;
-    SentMessages sent;
+    MessageLog sent;
     const std::string archive = ZipBuilder(dir.path("a.kar")).add("kar.json", documentWith("a.hpfm")).add("a.hpfm", "<qd:x").write();
     HPLPlatform platform;
     EXPECT_FALSE(HZEPDsaJsonReader(&platform).parseDSA(archive, PlatformLoader::PreferAlternateJson));

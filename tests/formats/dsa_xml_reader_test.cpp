@@ -17,7 +17,7 @@ using testing::StartsWith;
 TEST(HZEPDsaXmlReader, FillsTheModel) {
     TempDir dir;
     HPLPlatform platform;
-    SentMessages sent;
+    MessageLog sent;
     Printed printed;
     const std::string archive = makeDsa(dir, kDsaXml);
     ASSERT_TRUE(HZEPDsaXmlReader(dir.path("./a.dsa"), &platform).parseDSA());
@@ -111,7 +111,7 @@ TEST(HZEPDsaXmlReader, VersionGate) {
         TempDir dir;
         const std::string archive = makeDsa(dir, edited(edited(kDsaXml, "VersionMajor=\"1\" VersionMinor=\"15\"", row.version),
                                                         "PlatformState=\"impl\"", "PlatformState=\"" + std::string(row.state) + "\""));
-        SentMessages sent;
+        MessageLog sent;
         HPLPlatform platform;
         EXPECT_EQ(HZEPDsaXmlReader(archive, &platform).parseDSA(), row.opens);
         if (row.opens) {
@@ -129,7 +129,7 @@ TEST(HZEPDsaXmlReader, VersionGate) {
 
 TEST(HZEPDsaXmlReader, RootVersionLeavesThePlatformAlone) {
     TempDir dir;
-    SentMessages sent;
+    MessageLog sent;
     HPLPlatform platform;
     const std::string archive =
         makeDsa(dir, edited(kDsaXml, "VersionMajor=\"1\" VersionMinor=\"15\"", "VersionMajor=\"7\" VersionMinor=\"8\""));
@@ -247,7 +247,7 @@ TEST(HZEPDsaXmlReader, HardwarePlatformFiles) {
         TempDir dir;
         const std::string archive =
             makeDsa(dir, edited(listed("<File Type=\"HPFM\" Name=\"bad.hpfm\"/>"), " Unified=\"true\"", ""), members);
-        SentMessages sent;
+        MessageLog sent;
         Printed printed;
         HPLPlatform platform;
         EXPECT_TRUE(HZEPDsaXmlReader(archive, &platform).parseDSA());
@@ -299,7 +299,7 @@ TEST(HZEPDsaXmlReader, InvalidDocuments) {
         EXPECT_EQ(error.error, row.code);
 
         TempDir dir;
-        SentMessages sent;
+        MessageLog sent;
         HPLPlatform platform;
         const std::string archive = makeDsa(dir, xml);
         EXPECT_FALSE(HZEPDsaXmlReader(archive, &platform).parseDSA());
@@ -327,7 +327,7 @@ TEST(HZEPDsaXmlReader, OtherFaults) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.fault);
         TempDir dir;
-        SentMessages sent;
+        MessageLog sent;
         HPLPlatform platform;
         const std::string archive = makeDsa(dir, row.xml);
         EXPECT_FALSE(HZEPDsaXmlReader(archive, &platform).parseDSA());
@@ -337,7 +337,7 @@ TEST(HZEPDsaXmlReader, OtherFaults) {
     }
 
     TempDir dir;
-    SentMessages sent;
+    MessageLog sent;
     HPLPlatform platform;
     const std::string noMember = ZipBuilder(dir.path("none.dsa")).add("readme.txt", "x").write();
     const std::string noZip = dir.write("text.kar", "no archive");

@@ -26,7 +26,7 @@ std::vector<HZEPHardwareBusInterface*> busesOf(const HPLPlatform& platform) {
 
 TEST(HZEPHpfmReader, FillsTheModel) {
     HPLPlatform platform;
-    SentMessages sent;
+    MessageLog sent;
     HZEPHpfmReader reader(kHpfm, &platform);
     ASSERT_TRUE(reader.parseStream()) << reader.getErrorMsg();
     EXPECT_THAT(sent.lines, IsEmpty());
@@ -216,7 +216,7 @@ TEST(HZEPHpfmReader, BadInput) {
 
         HPLPlatform platform;
         const std::string untouched = documentOf(platform);
-        SentMessages sent;
+        MessageLog sent;
         Printed printed;
         HZEPHpfmReader stream(text, &platform);
         EXPECT_FALSE(stream.parseStream());
@@ -239,7 +239,7 @@ TEST(HZEPHpfmReader, BadInput) {
 TEST(HZEPHpfmReader, NothingToRead) {
     TempDir dir;
     HPLPlatform platform;
-    SentMessages sent;
+    MessageLog sent;
     Printed printed;
     HZEPHpfmReader reader("", &platform);
     EXPECT_EQ(printed.take(), "CRITICAL WARNING: Empty hpfm string passed in\n");

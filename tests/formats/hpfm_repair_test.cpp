@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPHpfmUtl.h"
 
+#include "FaultSweep.h"
 #include "HostErrors.h"
 #include "HpfmDocument.h"
 #include "TempDir.h"
@@ -90,7 +91,7 @@ TEST(HZEPHpfmUtl, RewritesTheFileWhenItMust) {
     TempDir dir;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
-        SentMessages sent;
+        MessageLog sent;
         HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(dir.write("a.hpfm", row.before));
         EXPECT_EQ(dir.read("a.hpfm"), row.after);
         EXPECT_EQ(sent.lines, row.messages);
@@ -100,7 +101,7 @@ TEST(HZEPHpfmUtl, RewritesTheFileWhenItMust) {
 
 TEST(HZEPHpfmUtl, WhatCantBeReadStays) {
     TempDir dir;
-    SentMessages sent;
+    MessageLog sent;
     HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(dir.path("absent.hpfm"));
     EXPECT_THAT(sent.lines, ElementsAre("error|@74-12@|File: " + dir.path("absent.hpfm") + " doesn't exist.\n"));
     EXPECT_FALSE(std::filesystem::exists(dir.path("absent.hpfm")));
@@ -118,6 +119,31 @@ TEST(HZEPHpfmUtl, WhatCantBeWrittenStays) {
     const std::string name = std::string(250, 'a') + ".hpfm";
     EXPECT_THROW(HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(dir.write(name, kHpfm)), HostXMLException);
     EXPECT_EQ(dir.read(name), kHpfm);
+}
+
+TEST(HZEPHpfmUtl, EveryFaultLeavesTheOldOrTheNewFile) {
+    TempDir dir;
+    const std::string path = dir.path("a.hpfm");
+    const FaultSweep sweep(
+        path,
+        [&] {
+            const MessageLog sent;
+            HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(path);
+            if (!sent.lines.empty())
+                throw std::runtime_error(sent.lines[0]);
+        },
+        [&] {
+            WELHardwarePlatform::Repository repository;
+            EXPECT_EQ(repository.Unmarshal(path.c_str(), nullptr), lmx60::error_none);
+        });
+    for (const auto action : {FaultPlan::Fail, FaultPlan::KillNow}) {
+        dir.write("a.hpfm", kHpfm);
+        const FaultSweep::Count count = sweep.run(FaultPlan::All, action);
+        EXPECT_EQ(dir.read("a.hpfm"), kPreferredOnly);
+        RecordProperty(action == FaultPlan::Fail ? "failed_calls" : "killed_at_calls", static_cast<int>(count.struck));
+        EXPECT_GE(count.old, 6u);
+        EXPECT_GT(count.struck, count.old);
+    }
 }
 
 TEST(HZEPHpfmUtl, ExtractionMakesBanksAlikeOnRequest) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HPLPlatform.h"
-#include "HostMsgMgr.h"
+#include "MessageLog.h"
 
 #include <gtest/gtest.h>
 
@@ -103,21 +103,15 @@ TEST(Memories, OthersAnswerByTheLastOfTheirTag) {
 }
 
 TEST(HbmBanks, CountForOneInstance) {
-    std::vector<HostMsg> messages;
-    const HostMsgMgr::Sink before = HostMsgMgr::getGlobal().setSink([&](const HostMsg& message) { messages.push_back(message); });
+    const MessageLog log;
     HPLPlatform platform;
     platform.updateHBMBankInfo("hbm_0", true);
     platform.updateHBMBankInfo("hbm_0", false);
     platform.updateHBMBankInfo("hbm_1", true);
-    HostMsgMgr::getGlobal().setSink(before);
-
     EXPECT_EQ(platform.getHBMBankCount(), 2u);
     EXPECT_EQ(platform.getHBMDefaultBankCount(), 1u);
     EXPECT_EQ(platform.getHBMInstanceName(), "hbm_0");
-    ASSERT_EQ(messages.size(), 1u);
-    EXPECT_EQ(messages[0].key, "@74-261@");
-    EXPECT_EQ(messages[0].topic, "platform");
-    EXPECT_EQ(messages[0].severityMask, 0x20000000u);
+    EXPECT_EQ(log.lines, std::vector<std::string>{"error|@74-261@"});
 }
 
 TEST(HbmBanks, AdviseOnlyWhenSomeAreDefault) {

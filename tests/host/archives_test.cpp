@@ -382,6 +382,23 @@ TEST(Pack, equal_folders_give_equal_bytes) {
         EXPECT_EQ(HostZip::readMember(dir.path("one.kar"), name), text);
 }
 
+TEST(Pack, what_is_packed_can_be_read) {
+    const TempDir dir;
+    // Zeros deflate to about a thousandth: some sizes just pass, most don't.
+    const std::size_t sizes[] = {HostZip::kRatioFloor, HostZip::kRatioFloor + 1, 300'000, 2'500'000, 5'000'000};
+    for (const std::size_t size : sizes)
+        dir.write("f/" + std::to_string(size), std::string(size, '\0'));
+    dir.write("f/text", std::string(500'000, 'a') + noise(5000));
+    HostZip::packDirectory(dir.path("f"), dir.path("one.kar"));
+    HostZip::packDirectory(dir.path("f"), dir.path("two.kar"));
+    EXPECT_TRUE(dir.read("one.kar") == dir.read("two.kar"));
+    for (const HostZipEntry& entry : HostZip::getEntries(dir.path("one.kar"))) {
+        EXPECT_TRUE(HostZip::readMember(dir.path("one.kar"), entry.name) == dir.read("f/" + entry.name)) << entry.name;
+        EXPECT_EQ(entry.compressedSize == entry.size, entry.size >= 2'500'000) << entry.name;
+    }
+    EXPECT_TRUE(HostZip::uncompressDir(dir.path("one.kar"), "", dir.path("out"), 1));
+}
+
 TEST(Pack, archive_in_its_own_folder_stays_out_of_itself) {
     const TempDir dir;
     dir.write("f/kar.json", "{}");

@@ -2,37 +2,14 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
-#include "HostMsgMgr.h"
 #include "JSONObjectWriter.h"
 #include "JSONSerializable.h"
+#include "MessageLog.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
 
 #include <sstream>
 #include <string>
-#include <vector>
-
-/// Takes the host's messages for its life: "key arg|arg" each, and "mask" for the severities.
-class MessageLog {
-public:
-    MessageLog() {
-        before_ = HostMsgMgr::getGlobal().setSink([this](const HostMsg& message) {
-            EXPECT_EQ(message.topic, "platform");
-            std::string text = message.key;
-            for (std::size_t i = 0; i < message.args.size(); ++i)
-                text += (i == 0 ? " " : "|") + message.args[i];
-            texts.push_back(text);
-            masks.push_back(message.severityMask);
-        });
-    }
-    ~MessageLog() { HostMsgMgr::getGlobal().setSink(before_); }
-
-    std::vector<std::string> texts;
-    std::vector<unsigned> masks;
-
-private:
-    HostMsgMgr::Sink before_;
-};
 
 inline std::string renderJson(const zep_platform::JSONSerializable& object) {
     zep_platform::JSONObjectWriter writer;

@@ -196,7 +196,7 @@ TEST(Document, FailuresOfTheCFunctions) {
     EXPECT_FALSE(getDocument(""));
     EXPECT_FALSE(getShortDocument(dir.path("none.kar")));
     EXPECT_EQ(getDocumentLengthFromC(dir.path("none.kar").c_str()), 0U);
-    EXPECT_EQ(log.texts.size(), 3U);
+    EXPECT_EQ(log.lines.size(), 3U);
     hzep_free_json_string(nullptr);
 
     EXPECT_THROW(getDocument(dir.path("none.zpfm")), HostFileNotFoundException);

@@ -31,7 +31,7 @@ std::shared_ptr<HZEPPlatform> loadQuietly(const std::string& path,
                                           PlatformLoader::HwMetadataMode mode = PlatformLoader::PreferAlternateJson) {
     MessageLog log;
     auto platform = PlatformLoader(path, mode).load();
-    EXPECT_THAT(log.texts, IsEmpty());
+    EXPECT_THAT(log.lines, IsEmpty());
     return platform;
 }
 
@@ -110,8 +110,8 @@ TEST(Loader, ModeChoosesTheMetadata) {
     EXPECT_EQ(nameOf(loadQuietly(path, PlatformLoader::PrimaryJsonOnly)->getHardwarePlatform()), "primary");
     MessageLog log;
     EXPECT_EQ(PlatformLoader(path, PlatformLoader::XmlOnly).load(), nullptr);
-    EXPECT_THAT(log.texts, ElementsAre(testing::StartsWith("@74-65@%s%s%s kar.xml|" + path + "|"),
-                                       "@74-60@%s Failed to parse Hardware Platform metadata file"));
+    EXPECT_THAT(log.lines, ElementsAre(testing::StartsWith("critical warning|@74-65@%s%s%s|kar.xml|" + path + "|"),
+                                       "critical warning|@74-60@%s|Failed to parse Hardware Platform metadata file"));
 }
 
 TEST(Loader, XmlMetadataIsReadWithoutJson) {
@@ -130,8 +130,8 @@ TEST(Loader, XmlMetadataIsReadWithoutJson) {
     const std::string broken = ZipBuilder(dir.path("c.dsa")).add("dsa.xml", xml.substr(0, 100)).write();
     MessageLog log;
     EXPECT_EQ(PlatformLoader(broken).load(), nullptr);
-    EXPECT_THAT(log.texts, ElementsAre(testing::StartsWith("@74-62@%s%s%d " + broken + "/dsa.xml|"),
-                                       "@74-60@%s Failed to parse Hardware Platform metadata file"));
+    EXPECT_THAT(log.lines, ElementsAre(testing::StartsWith("critical warning|@74-62@%s%s%d|" + broken + "/dsa.xml|"),
+                                       "critical warning|@74-60@%s|Failed to parse Hardware Platform metadata file"));
 }
 
 TEST(Loader, LoadsPartitions) {
@@ -210,9 +210,8 @@ TEST(Loader, FailuresAreReportedByText) {
         testing::internal::CaptureStdout();
         EXPECT_EQ(loader.load(), nullptr);
         testing::internal::GetCapturedStdout();
-        ASSERT_FALSE(log.texts.empty());
-        EXPECT_EQ(log.texts.back(), "@74-60@%s " + row.text(dir));
-        EXPECT_EQ(log.masks.back(), 0x10000000U);
+        ASSERT_FALSE(log.lines.empty());
+        EXPECT_EQ(log.lines.back(), "critical warning|@74-60@%s|" + row.text(dir));
         // A failed loader has nothing more to give.
         EXPECT_EQ(loader.load(), nullptr);
     }
@@ -241,7 +240,7 @@ TEST(Loader, ConstructorReadsPlatformFilesOnly) {
             EXPECT_STREQ(e.what(), "failed to parse the ZPFM file");
         }
         testing::internal::GetCapturedStdout();
-        EXPECT_THAT(log.texts, ElementsAre(testing::StartsWith("@74-9@%s " + path)));
+        EXPECT_THAT(log.lines, ElementsAre(testing::StartsWith("error|@74-9@%s|" + path)));
     }
     EXPECT_THROW(PlatformLoader(dir.path("none.zpfm")), HostFileNotFoundException);
 }

@@ -131,8 +131,7 @@ void expectFailure(const std::string& path, const std::string& line, HZEPPlatfor
     EXPECT_THAT(printed, StartsWith("Error parsing platform file: " + path + "\nLine number:" + line + ". "));
     EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 2);
     EXPECT_EQ(reader.getErrorMsg(), printed);
-    EXPECT_THAT(log.texts, ElementsAre("@74-9@%s " + path + "|" + line));
-    EXPECT_THAT(log.masks, ElementsAre(0x20000000U));
+    EXPECT_THAT(log.lines, ElementsAre("error|@74-9@%s|" + path + "|" + line));
     EXPECT_EQ(platform.getName(), "");
     EXPECT_EQ(platform.getPlatformFile(), "");
     EXPECT_FALSE(platform.hasReconfigurablePartitions());
@@ -187,7 +186,7 @@ TEST(PlatformReader, WhatIsNoFileFailsWithoutALine) {
     testing::internal::CaptureStdout();
     EXPECT_FALSE(directory.parseFile());
     EXPECT_NE(testing::internal::GetCapturedStdout(), "");
-    EXPECT_EQ(log.texts.size(), 1U);
+    EXPECT_EQ(log.lines.size(), 1U);
 }
 
 } // namespace

@@ -6,8 +6,8 @@
 #include "HZEPSoftwarePlatformXMLReader.h"
 #include "HZEPSystemConfig.h"
 #include "HostErrors.h"
-#include "HostMsgMgr.h"
 #include "JSONObjectWriter.h"
+#include "MessageLog.h"
 #include "TempDir.h"
 
 #include <gmock/gmock.h>
@@ -185,22 +185,15 @@ TEST(SoftwareReader, InvalidFilesAreReportedWithTheirLine) {
         HZEPSoftwarePlatform platform;
         HZEPSoftwarePlatformXMLReader reader(path, &platform);
 
-        std::vector<HostMsg> messages;
-        const auto before = HostMsgMgr::getGlobal().setSink([&messages](const HostMsg& message) { messages.push_back(message); });
+        const MessageLog log;
         testing::internal::CaptureStdout();
         const bool parsed = reader.parseFile();
         const std::string printed = testing::internal::GetCapturedStdout();
-        HostMsgMgr::getGlobal().setSink(before);
-
         EXPECT_FALSE(parsed);
         const std::string head = "Error parsing software platform file: " + path + "\nLine number:" + row.line + ". ";
         EXPECT_THAT(printed, StartsWith(head));
         EXPECT_EQ(reader.getErrorMsg() + "\n", printed);
-        ASSERT_EQ(messages.size(), 1U);
-        EXPECT_EQ(messages[0].topic, "platform");
-        EXPECT_EQ(messages[0].key, "@74-51@%s%d");
-        EXPECT_EQ(messages[0].severityMask, 0x20000000U);
-        EXPECT_THAT(messages[0].args, ElementsAre(reader.getErrorMsg().substr(head.size()), row.line));
+        EXPECT_THAT(log.lines, ElementsAre("error|@74-51@%s%d|" + reader.getErrorMsg().substr(head.size()) + "|" + row.line));
         EXPECT_TRUE(platform.getSystemConfig().empty());
     }
 }
@@ -218,11 +211,10 @@ TEST(SoftwareReader, MissingFile) {
     // Without a platform to fill, a file is only checked.
     EXPECT_TRUE(HZEPSoftwarePlatformXMLReader(dir.write("p.spfm", kFull), nullptr).parseFile());
     HZEPSoftwarePlatformXMLReader check(dir.path("none.spfm"), nullptr);
-    const auto before = HostMsgMgr::getGlobal().setSink({});
+    const MessageLog log;
     testing::internal::CaptureStdout();
     EXPECT_FALSE(check.parseFile());
     EXPECT_THAT(testing::internal::GetCapturedStdout(), testing::HasSubstr("\nLine number:0. "));
-    HostMsgMgr::getGlobal().setSink(before);
 }
 
 } // namespace

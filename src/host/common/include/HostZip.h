@@ -50,7 +50,8 @@ public:
     static bool uncompressDir(const std::string& archive, const std::string& entry, const std::string& directory, int flags);
 
     /// Writes a new archive of all files below `directory`: entries sorted, times fixed, so that equal folders give equal
-    /// bytes. The archive appears whole or not at all. Raises HostError; links and special files are refused.
+    /// bytes. What would deflate further than kMaxRatio is stored. The archive appears whole or not at all. Raises HostError; links and
+    /// special files are refused.
     static void packDirectory(const std::string& directory, const std::string& archive);
 
     /// Stamps the archive with a digest of its members, in place of an earlier one. It is the SHA-256 over all members, folders too, in

@@ -2,9 +2,20 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HostI18n.h"
 
+#include <type_traits>
+
 namespace {
 
 constexpr char32_t kReplacement = 0xfffd;
+
+/// How much of the text has one byte a character, as nearly all metadata has.
+template <class Text>
+std::size_t countPlain(const Text& text) {
+    std::size_t count = 0;
+    while (count < text.size() && static_cast<std::make_unsigned_t<typename Text::value_type>>(text[count]) < 0x80)
+        ++count;
+    return count;
+}
 
 bool isCodePoint(char32_t c) {
     return c <= 0x10ffff && (c < 0xd800 || c > 0xdfff);
@@ -13,10 +24,12 @@ bool isCodePoint(char32_t c) {
 } // namespace
 
 std::string HostI18n::toUtf8(const std::wstring& text) {
-    std::string out;
-    out.reserve(text.size());
-    for (const wchar_t wide : text) {
-        char32_t c = static_cast<char32_t>(wide);
+    const std::size_t plain = countPlain(text);
+    std::string out(plain, '\0');
+    for (std::size_t i = 0; i < plain; ++i)
+        out[i] = static_cast<char>(text[i]);
+    for (std::size_t i = plain; i < text.size(); ++i) {
+        char32_t c = static_cast<char32_t>(text[i]);
         if (!isCodePoint(c))
             c = kReplacement;
         if (c < 0x80) {
@@ -33,9 +46,11 @@ std::string HostI18n::toUtf8(const std::wstring& text) {
 }
 
 std::wstring HostI18n::toWide(const std::string& text) {
-    std::wstring out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size();) {
+    const std::size_t plain = countPlain(text);
+    std::wstring out(plain, L'\0');
+    for (std::size_t i = 0; i < plain; ++i)
+        out[i] = static_cast<wchar_t>(text[i]);
+    for (std::size_t i = plain; i < text.size();) {
         const auto byte = [&text](std::size_t at) { return at < text.size() ? static_cast<unsigned char>(text[at]) : 0U; };
         const unsigned first = byte(i);
         if (first < 0x80) {

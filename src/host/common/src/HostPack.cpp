@@ -4,6 +4,7 @@
 #include "HostFile.h"
 #include "HostReplacement.h"
 #include "HostZip.h"
+#include "HostZipArchive.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -49,9 +50,9 @@ std::vector<std::string> listFiles(const std::string& directory, const std::stri
 /// Discards what was not closed: nothing of it reaches the disk.
 class Writer {
 public:
-    explicit Writer(const std::string& path, const std::string& shown) : shown_(shown) {
+    explicit Writer(const std::string& path, const std::string& shown, int flags) : shown_(shown) {
         int code = 0;
-        zip_ = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code);
+        zip_ = zip_open(path.c_str(), flags, &code);
         if (!zip_) {
             zip_error_t error;
             zip_error_init_with_code(&error, code);
@@ -79,6 +80,16 @@ public:
             throw HostError(shown_ + ": " + name + ": cannot be packed: " + zip_strerror(zip_));
     }
 
+    /// Members of an archive that stands already.
+    void storeWhatReadersWouldRefuse() {
+        for (zip_uint64_t index = 0; index < static_cast<zip_uint64_t>(zip_get_num_entries(zip_, 0)); ++index) {
+            zip_stat_t stat;
+            if (zip_stat_index(zip_, index, 0, &stat) != 0 ||
+                (HostZipArchive::inflatesTooFar(stat) && zip_set_file_compression(zip_, index, ZIP_CM_STORE, 0) != 0))
+                throw HostError(shown_ + ": cannot be written: " + zip_strerror(zip_));
+        }
+    }
+
     void close() {
         if (zip_close(zip_) != 0)
             throw HostError(shown_ + ": cannot be written: " + zip_strerror(zip_));
@@ -102,10 +113,14 @@ void HostZip::packDirectory(const std::string& directory, const std::string& arc
         constexpr std::string_view emptyArchive("PK\x05\x06\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 22);
         replacement.write(emptyArchive.data(), emptyArchive.size());
     } else {
-        Writer writer(replacement.getTemporaryPath(), archive);
+        Writer writer(replacement.getTemporaryPath(), archive, ZIP_CREATE | ZIP_TRUNCATE);
         for (const std::string& name : names)
             writer.add(name, directory + "/" + name);
         writer.close();
+        // How small a member gets is known only now.
+        Writer second(replacement.getTemporaryPath(), archive, 0);
+        second.storeWhatReadersWouldRefuse();
+        second.close();
     }
     replacement.commit();
 }

@@ -91,6 +91,11 @@ zip_stat_t HostZipArchive::getStat(zip_uint64_t index) const {
     return stat;
 }
 
+bool HostZipArchive::inflatesTooFar(const zip_stat_t& stat) {
+    return stat.size > HostZip::kRatioFloor && (stat.comp_size == 0 || stat.size / stat.comp_size > HostZip::kMaxRatio ||
+                                                (stat.size / stat.comp_size == HostZip::kMaxRatio && stat.size % stat.comp_size != 0));
+}
+
 std::string HostZipArchive::getRefusal(const zip_stat_t& stat, std::uint64_t maxSize) const {
     const std::string name = stat.name;
     if (name.ends_with('/'))
@@ -101,8 +106,7 @@ std::string HostZipArchive::getRefusal(const zip_stat_t& stat, std::uint64_t max
         return "announces " + std::to_string(stat.size) + " bytes, more than the limit of " + std::to_string(maxSize);
     if (stat.comp_size > static_cast<std::uint64_t>(identity_.size))
         return "announces more compressed bytes than the archive holds";
-    if (stat.size > HostZip::kRatioFloor && (stat.comp_size == 0 || stat.size / stat.comp_size > HostZip::kMaxRatio ||
-                                             (stat.size / stat.comp_size == HostZip::kMaxRatio && stat.size % stat.comp_size != 0)))
+    if (inflatesTooFar(stat))
         return "announces to inflate more than " + std::to_string(HostZip::kMaxRatio) + " times";
     return "";
 }

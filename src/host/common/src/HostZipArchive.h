@@ -44,6 +44,9 @@ public:
     /// Raises HostError for an index without a directory entry.
     zip_stat_t getStat(zip_uint64_t index) const;
 
+    /// The member's content is more than HostZip::kMaxRatio times what is stored of it, beyond HostZip::kRatioFloor.
+    static bool inflatesTooFar(const zip_stat_t& stat);
+
     /// Why the member must not be read, in a few words; "" for a sound one.
     std::string getRefusal(const zip_stat_t& stat, std::uint64_t maxSize) const;
 

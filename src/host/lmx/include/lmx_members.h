@@ -23,8 +23,8 @@ public:
 
     answer_type get() const { return value_; }
     bool is_set() const { return is_set_; }
-    elmx_error set(const T& value) {
-        value_ = value;
+    elmx_error set(T value) {
+        value_ = std::move(value);
         is_set_ = true;
         return error_none;
     }

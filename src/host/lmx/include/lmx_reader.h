@@ -6,6 +6,7 @@
 #include "lmx_xml.h"
 
 #include <string>
+#include <string_view>
 
 namespace lmx60 {
 
@@ -128,11 +129,12 @@ private:
 
     elmx_error report_failure();
     elmx_error store(c_unmarshal_bridge& bridge, const c_validation_spec& spec, const std::string& value, const char* kind,
-                     const std::string& written_name, const std::string& item, int line);
+                     std::string_view written_name, std::string_view item, int line);
 
     std::string source_file_;
     std::string item_;
     std::string error_text_;
+    std::string attribute_text_; // kept for its memory
     s_debug_error captured_;
     const s_event_map* known_elements_ = nullptr;
     std::size_t attribute_ = 0;

@@ -7,6 +7,7 @@
 #include "lmx_values.h"
 
 #include <string>
+#include <utility>
 
 namespace lmx60 {
 
@@ -113,7 +114,7 @@ public:
         if (spec_.is_value_ok && !spec_.is_value_ok(value)) {
             return false;
         }
-        member_.set(value);
+        member_.set(std::move(value));
         return true;
     }
 

@@ -138,8 +138,9 @@ bool c_xml_reader::next_attribute() {
 }
 
 elmx_error c_xml_reader::unmarshal_attribute_value_impl(c_unmarshal_bridge& bridge, const c_validation_spec& spec) {
-    return store(bridge, spec, std::string(attribute_value(attribute_)), "attribute", std::string(attribute_name(attribute_)),
-                 std::string(attribute_local_name(attribute_)), attribute_line(attribute_));
+    attribute_text_ = attribute_value(attribute_);
+    return store(bridge, spec, attribute_text_, "attribute", attribute_name(attribute_), attribute_local_name(attribute_),
+                 attribute_line(attribute_));
 }
 
 elmx_error c_xml_reader::unmarshal_child_element_impl(c_unmarshal_bridge& bridge, const c_validation_spec& spec, const s_event_map* map) {
@@ -191,11 +192,12 @@ elmx_error c_xml_reader::get_element_value(std::string* value, elmx_whitespace w
 }
 
 elmx_error c_xml_reader::store(c_unmarshal_bridge& bridge, const c_validation_spec& spec, const std::string& value, const char* kind,
-                               const std::string& written_name, const std::string& item, int line) {
-    const std::string text = spec.whitespace == whitespace_collapse ? collapse_whitespace(value) : value;
+                               std::string_view written_name, std::string_view item, int line) {
+    const std::string collapsed = spec.whitespace == whitespace_collapse ? collapse_whitespace(value) : std::string();
+    const std::string& text = spec.whitespace == whitespace_collapse ? collapsed : value;
     const auto refuse = [&](elmx_error code, const std::string& why) {
-        const std::string what = std::string(kind) + " '" + written_name + "': ";
-        return report(code, item, what + why + ": " + quoted(text), line);
+        const std::string what = std::string(kind) + " '" + std::string(written_name) + "': ";
+        return report(code, std::string(item), what + why + ": " + quoted(text), line);
     };
     elmx_error error = error_none;
     if (spec.is_valid && !spec.is_valid(text)) {

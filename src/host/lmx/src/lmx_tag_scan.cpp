@@ -21,6 +21,13 @@ bool c_tag_scan::scan(const char* bytes, std::size_t count, std::size_t limit) {
                     return true;
                 }
                 bytes = static_cast<const char*>(found);
+            } else if (state_ == state::tag) {
+                while (bytes != end && *bytes != '"' && *bytes != '\'' && *bytes != '>') {
+                    ++bytes;
+                }
+                if (bytes == end) {
+                    return true;
+                }
             }
             if (!step(*bytes++, limit)) {
                 return false;

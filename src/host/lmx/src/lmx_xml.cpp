@@ -270,13 +270,15 @@ s_span c_xml::s_parser::keep_name(const xmlChar* prefix, const xmlChar* local, s
 void c_xml::s_parser::locate(s_event& event) {
     const int last_line = line();
     event.line = last_line;
-    std::string_view before(chars(context->input->base), static_cast<std::size_t>(context->input->cur - context->input->base));
-    const std::size_t open = before.rfind('<');
-    if (open == std::string_view::npos) {
+    const char* const end = chars(context->input->cur);
+    const void* const open = memrchr(context->input->base, '<', static_cast<std::size_t>(end - chars(context->input->base)));
+    if (!open) {
         return;
     }
-    const std::string_view in_tag = before.substr(open);
-    event.line -= static_cast<int>(std::count(in_tag.begin(), in_tag.end(), '\n'));
+    const std::string_view in_tag(static_cast<const char*>(open), static_cast<std::size_t>(end - static_cast<const char*>(open)));
+    for (std::size_t at = in_tag.find('\n'); at != std::string_view::npos; at = in_tag.find('\n', at + 1)) {
+        --event.line;
+    }
     const auto attribute_end = attributes.begin() + static_cast<std::ptrdiff_t>(event.first_attribute + event.attribute_count);
     auto attribute = attributes.begin() + static_cast<std::ptrdiff_t>(event.first_attribute);
     if (event.line == last_line) {
