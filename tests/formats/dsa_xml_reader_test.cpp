@@ -230,14 +230,16 @@ TEST(HZEPDsaXmlReader, HardwarePlatformFiles) {
     {
         SCOPED_TRACE("read by type in any case, the later one stands");
         HPLPlatform platform;
-        ASSERT_TRUE(readDsa(platform, listed("<File Type=\"hpfm\" Name=\"one.hpfm\"/><File Type=\"HPFM\" Name=\"hw/two.hpfm\"/>"),
+        ASSERT_TRUE(readDsa(platform,
+                            edited(listed("<File Type=\"hpfm\" Name=\"one.hpfm\"/><File Type=\"HPFM\" Name=\"hw/two.hpfm\"/>"),
+                                   "Unified=\"true\"", "Unified=\"false\""),
                             {{"one.hpfm", one}, {"hw/two.hpfm", kHpfm}}));
         EXPECT_EQ(platform.getHpfmString(), kHpfm);
         EXPECT_EQ(platform.getDescription(), "Egret & nest");
         EXPECT_EQ(platform.getVendor(), "norvane");
         EXPECT_EQ(platform.getName(), "base");
         EXPECT_EQ(platform.getDSPCount(), 8478);
-        EXPECT_TRUE(platform.isExpandable()) << "goes over the attribute";
+        EXPECT_TRUE(platform.isExpandable() && platform.isUnifiedPlatform()) << "goes over the attributes";
         std::vector<HZEPHardwareBusInterface*> buses;
         platform.getBusInterfaces(buses);
         EXPECT_EQ(buses.size(), 4u);
@@ -256,6 +258,44 @@ TEST(HZEPDsaXmlReader, HardwarePlatformFiles) {
         EXPECT_FALSE(platform.isExpandable());
         EXPECT_FALSE(platform.isUnifiedPlatform());
         EXPECT_EQ(platform.getDescription(), "An \"older\" card");
+    }
+}
+
+TEST(HZEPDsaXmlReader, EmulationFilesRaiseOneFlag) {
+    const auto emulations = [](const std::string& type) {
+        return "<Root VersionMajor=\"1\" VersionMinor=\"0\"><Emulations><Emulation Name=\"a\"><Files/></Emulation><Emulation "
+               "Name=\"b\"><Files>"
+               "<File Type=\"TOP_BD\" Name=\"t\"/><File Type=\"" +
+               type + "\" Name=\"n\"/></Files></Emulation></Emulations></Root>";
+    };
+    const struct {
+        const char* type;
+        Members members;
+        bool supported;
+        const char* message; // with its first argument, "" for none
+    } rows[] = {
+        {"EMU_XML", {{"emu/e.xml", emulations("EMU_HPFM")}}, true, ""},
+        {"emu_xml", {{"emu/e.xml", emulations("EMU_HPFM")}}, true, ""},
+        {"EMU_XML", {{"emu/e.xml", emulations("emu_hpfm")}}, false, ""},
+        {"EMU_JSON", {{"emu/e.xml", emulations("EMU_HPFM")}}, false, ""},
+        // A bad file is told, and the archive is read to its end.
+        {"EMU_XML", {{"emu/e.xml", "<Root"}}, false, "error|@74-24@%s%d|emu/e.xml|"},
+        {"EMU_XML", {}, false, "error|@74-24@%s%d|emu/e.xml|"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.type);
+        MessageLog sent;
+        HPLPlatform platform;
+        EXPECT_TRUE(readDsa(platform,
+                            edited(kDsaXml, "Type=\"DCP\" Name=\"dr.dcp\"", "Type=\"" + std::string(row.type) + "\" Name=\"emu/e.xml\""),
+                            row.members));
+        EXPECT_EQ(platform.supportsHWEmulation(), row.supported);
+        EXPECT_FALSE(platform.supportsTwoHwEmuBd());
+        EXPECT_EQ(elementsOf(platform.createFeatureRomIter()).size(), 1u);
+        if (*row.message)
+            EXPECT_THAT(sent.lines, ElementsAre(StartsWith(row.message)));
+        else
+            EXPECT_THAT(sent.lines, IsEmpty());
     }
 }
 
