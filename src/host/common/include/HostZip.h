@@ -4,6 +4,7 @@
 
 #include "HostExport.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>

@@ -72,7 +72,7 @@ void HZEPHardwarePlatform::archiveFile(const std::string& fileType, const std::s
     try {
         update.emplace(archive);
     } catch (const HostError&) {
-        // Without it: told below.
+        // Told below, with a name that it would refuse.
     }
     if (!update || !HostZipUpdate::getNameFault(entryName).empty())
         throw HostUserException(operation + "Could not open file for streaming: " + archive);
