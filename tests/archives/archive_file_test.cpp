@@ -121,7 +121,9 @@ TEST_F(ArchiveFile, SaysWhatItCannotDo) {
         expect(typeid(HostUserException), head + "Could not open file for reading: " + source,
                [&] { platform_.archiveFile("BIF", "b.bif", source); });
     EXPECT_EQ(platform_.getFile("BIF"), "b.bif"); // already listed
-    EXPECT_THROW(platform_.archiveFile("BIF", "../b.bif", source_), HostError);
+    for (const char* entry : {"", "../b.bif", "folder/"})
+        expect(typeid(HostUserException), head + "Could not open file for streaming: " + archive_,
+               [&] { platform_.archiveFile("BIF", entry, source_); });
     EXPECT_THROW(platform_.archiveFile("EXT_META_JSON", "ext.json", dir_.write("broken", "{")), std::exception);
     EXPECT_EQ(dir_.read("plat.kar"), before);
 }

@@ -357,6 +357,24 @@ TEST_F(ZipUpdate, DamagedBytesAreRefusedOrHarmless) {
     EXPECT_EQ(countFiles(dir_.path()), 1u);
 }
 
+TEST_F(ZipUpdate, StaysAsPrivateAsItIs) {
+    namespace fs = std::filesystem;
+    ZipBuilder(archive_).add("a", "alpha").write();
+    fs::permissions(archive_, fs::perms::owner_read | fs::perms::owner_write);
+    HostZipUpdate update(archive_);
+    const auto expectPrivate = [&](int files) {
+        for (const auto& file : fs::directory_iterator(dir_.path())) {
+            EXPECT_EQ(file.status().permissions(), fs::perms::owner_read | fs::perms::owner_write) << file.path();
+            --files;
+        }
+        EXPECT_EQ(files, 0);
+    };
+    expectPrivate(2);
+    update.put("b", "beta");
+    update.commit();
+    expectPrivate(1);
+}
+
 TEST_F(ZipUpdate, RefusesChangesAndThenEverything) {
     ZipBuilder(archive_).add("a", "alpha").write();
     const std::string before = dir_.read("plat.kar");

@@ -78,8 +78,9 @@ void add(Session& session, const Options& options) {
         throw Unusable(options.source + (HostFile::exists(options.source) ? ": is no regular file" : ": no such file"));
     warnOfUnknownType(options.type);
     try {
-        // Tells what is wrong with the archive, which the next step would only refuse.
+        // Tells what is wrong with the archive or the name, which the next step would only refuse.
         HostZipUpdate update(options.archive);
+        update.begin(options.entry);
         hardware->archiveFile(options.type, options.entry, options.source);
     } catch (const std::exception& error) {
         throw Unusable(error.what());

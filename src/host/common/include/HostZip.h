@@ -4,6 +4,7 @@
 
 #include "HostExport.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -29,6 +30,8 @@ public:
     /// A member above kRatioFloor bytes that inflates by more than this is refused.
     static constexpr std::uint64_t kMaxRatio = 1000;
     static constexpr std::uint64_t kRatioFloor = 100ULL << 10;
+    /// Most parts of the name of a member that is unpacked: deeper folders cost much to make, and nothing removes them again.
+    static constexpr std::size_t kMaxNameParts = 100;
 
     explicit HostZip(std::string archive);
 

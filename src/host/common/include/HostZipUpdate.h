@@ -32,6 +32,9 @@ public:
     HostZipUpdate(const HostZipUpdate&) = delete;
     HostZipUpdate& operator=(const HostZipUpdate&) = delete;
 
+    /// Why no member can be put under this name, in a few words; "" when one can.
+    static std::string getNameFault(const std::string& entry);
+
     /// Replaces the member of this name, which keeps its place in the directory, or adds one at the end.
     void put(const std::string& entry, const std::string& content);
     /// The same with the bytes of a file, which is not read into memory.

@@ -24,10 +24,12 @@ HostReplacement::HostReplacement(const std::string& path) : path_(path), target_
         }
         mode_ = old.st_mode & 07777;
     }
+    // Who must not read the old content must not read the new one while it is written.
+    const unsigned access = mode_ == 0 ? 0666 : (mode_ & 0777) | 0600;
     static std::atomic<unsigned> counter{0};
     do {
         temporary_ = target_ + ".new-" + std::to_string(getpid()) + "-" + std::to_string(counter++);
-        fd_ = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
+        fd_ = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, access);
     } while (fd_ < 0 && errno == EEXIST);
     if (fd_ < 0)
         fail("write");

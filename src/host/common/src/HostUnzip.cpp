@@ -66,6 +66,8 @@ std::string getNameFault(const std::string& name) {
     const std::vector<std::string> parts = split(name);
     if (parts.empty())
         return "has no name";
+    if (parts.size() > HostZip::kMaxNameParts)
+        return "has more than " + std::to_string(HostZip::kMaxNameParts) + " parts in its name";
     if (parts[0].size() >= 2 && parts[0][1] == ':')
         return "has a drive letter in its name";
     for (const std::string& part : parts)

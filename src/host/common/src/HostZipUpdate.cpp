@@ -88,10 +88,8 @@ struct HostZipUpdate::State {
     void begin(const std::string& entry, std::uint64_t announced) {
         if (writing)
             fail(entry, "begun before the one before was ended");
-        if (const char* fault = getZipNameFault(entry))
+        if (const std::string fault = getNameFault(entry); !fault.empty())
             fail(entry, fault);
-        if (entry.ends_with('/'))
-            fail(entry, "is the name of a folder");
         drop(entry);
         writing.emplace();
         deflate.start();
@@ -282,6 +280,12 @@ public:
 
 HostZipUpdate::HostZipUpdate(const std::string& archive) : state_(new State(archive)) {}
 HostZipUpdate::~HostZipUpdate() = default;
+
+std::string HostZipUpdate::getNameFault(const std::string& entry) {
+    if (const char* fault = getZipNameFault(entry))
+        return fault;
+    return entry.ends_with('/') ? "is the name of a folder" : "";
+}
 
 void HostZipUpdate::put(const std::string& entry, const std::string& content) {
     state_->change([&] { state_->put(entry, content); });

@@ -343,6 +343,8 @@ void putMember(std::string& out, const ZipMember& member) {
         if (value >= kWide32)
             zip_record::put(wide, value, 8);
     const std::size_t extraSize = member.extra.size() + (wide.empty() ? 0 : 4 + wide.size());
+    if (extraSize > 0xffff)
+        throw HostError(getPrintableZipName(member.name) + ": its additional field leaves no room for the 64-bit one");
     zip_record::put(out, kMemberSignature, 4);
     zip_record::put(out, member.madeBy, 2);
     zip_record::put(out, wide.empty() ? member.needed : std::max(member.needed, kNeedsWide), 2);

@@ -72,8 +72,10 @@ void HZEPHardwarePlatform::archiveFile(const std::string& fileType, const std::s
     try {
         update.emplace(archive);
     } catch (const HostError&) {
-        throw HostUserException(operation + "Could not open file for streaming: " + archive);
+        // Told below, with a name that it would refuse.
     }
+    if (!update || !HostZipUpdate::getNameFault(entryName).empty())
+        throw HostUserException(operation + "Could not open file for streaming: " + archive);
     update->putFile(entryName, sourceFile);
     update->put(jsonEntry, document);
     // Last: the digest covers the new metadata.
