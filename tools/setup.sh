@@ -20,6 +20,8 @@ ensure_packages() {
 # build_preset TOP PRESET: configures when needed and builds; all that is said goes to stderr, and nothing when nothing is to be done.
 build_preset() {
     local dir="$1/build/$2" log
+    # Lets the compiler cache serve precompiled headers, and every clone alike.
+    export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime CCACHE_BASEDIR="$1" CCACHE_NOHASHDIR=1
     log=$(mktemp)
     if [ ! -f "$dir/build.ninja" ]; then
         cmake -S "$1" --preset "$2" >"$log" 2>&1 || { cat "$log" >&2; rm -f "$log"; exit 2; }
