@@ -30,7 +30,7 @@ struct ct_validation_spec : c_validation_spec {
     bool (*is_writable)(const T&); ///< false when the value can't stand in a document; null when each can
 };
 
-/// One schema type: spec(default text) makes the spec of a member.
+/// One schema type: spec(default text) makes the validation spec of a member.
 struct HOST_EXPORT string_type {
     using value_type = std::wstring;
     static ct_validation_spec<value_type> spec(const char* default_text = nullptr);
