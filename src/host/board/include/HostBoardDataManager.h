@@ -24,9 +24,8 @@ public:
 
     HostBoardDataManager();
     ~HostBoardDataManager();
-    /// Boards go along with their pointers.
-    HostBoardDataManager(HostBoardDataManager&& other) noexcept;
-    HostBoardDataManager& operator=(HostBoardDataManager&& other) noexcept;
+    HostBoardDataManager(const HostBoardDataManager&) = delete;
+    HostBoardDataManager& operator=(const HostBoardDataManager&) = delete;
 
     /// Ends the life of all boards handed out.
     void setBoardPartRepoPaths(const std::vector<std::string>& paths);
