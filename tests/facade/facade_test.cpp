@@ -174,7 +174,7 @@ TEST(Facade, CompatibleConnectorsAreLookedForBelowThePathsOfTheCall) {
     // A probe fits as well, and is no DIMM.
     EXPECT_THAT(fittingIn(boards, "ddr4_dimm0"), ElementsAre("rdimm_16g", "rdimm_32g"));
     EXPECT_THAT(fittingIn(boards, "DIMM slot 1"), ElementsAre("rdimm_16g", "rdimm_32g", "nvdimm_16g"));
-    for (const std::string& name : {"own", "qsfp0", "DDR4_DIMM0", ""})
+    for (const char* name : {"own", "qsfp0", "DDR4_DIMM0", ""})
         EXPECT_THAT(fittingIn(boards, name), IsEmpty()) << name;
     EXPECT_THAT(fittingIn({}, "own"), IsEmpty());
 
