@@ -4,8 +4,6 @@
 
 #include "HZEPExport.h"
 
-#include <boost/filesystem/path.hpp>
-
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,7 +28,7 @@ private:
     using Found_ = std::vector<std::unique_ptr<HZEPHardwarePlatform>>;
 
     static std::unique_ptr<HZEPHardwarePlatform> parseDSAFile_(const std::string& file);
-    static void parseDSAFiles_(const boost::filesystem::path& dir, Found_& found);
+    static void parseDSAFiles_(const std::string& dir, Found_& found);
     static void validateParsedPlatforms_(Found_ found, Found_& kept, bool checkVBNV);
     static void addPlatforms_(Found_ kept, std::vector<HZEPHardwarePlatform*>& out);
 };

@@ -88,8 +88,9 @@ private:
     class KnownFiles_;
 
     void init_();
-    bool addPlatformsFromDirs_(const std::string& name, const std::vector<std::string>& dirs, KnownFiles_& known);
-    bool addHardwarePlatformsFromDirs_(const std::vector<std::string>& dirs, KnownFiles_& known);
+    void addPlatformsFromDirs_(const std::string& name, const std::vector<std::string>& dirs, KnownFiles_& known);
+    bool addPlatformsFromDir_(const std::string& name, const std::string& dir, KnownFiles_& known);
+    void addHardwarePlatformsFromDirs_(const std::vector<std::string>& dirs, KnownFiles_& known);
     std::unique_ptr<HZEPPlatform> parsePlatform_(const std::string& path);
     static std::unique_ptr<HZEPPlatform> createPlatform_(std::unique_ptr<HZEPHardwarePlatform> hardwarePlatform);
     static void removePlatformsFromDirs_(const std::vector<std::string>& dirs, Platforms_& platforms);
