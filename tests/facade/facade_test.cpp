@@ -47,7 +47,7 @@ TEST(Facade, TakesAFileElseWhatTheManagerKnows) {
     dir.write("hw/kestrel.kar", "no archive");
     EXPECT_FALSE(Helper(file, {}).isValid());
     EXPECT_FALSE(Helper(dir.path(), {}).isValid());
-    EXPECT_THAT(log.lines, testing::Contains(testing::StartsWith("error|@74-60@%s")).Times(1));
+    EXPECT_THAT(log.lines, testing::Contains(testing::StartsWith("critical warning|@74-60@%s")).Times(1));
 }
 
 TEST(Facade, BootImagesAndProcessorGroupsFollowIntentAndHost) {

@@ -126,9 +126,9 @@ const Row kRows[] = {
     SAME(Hw, getUniqueMemoryTypeCount),
     SAME(Hw, getUniqueMemoryTypeStrings, Texts()),
     SAME(Hw, getMemoryTypeCount, kType),
-    SAME(Hw, getMemoryIndex, kType, 5U),
-    SAME(Hw, getMemorySize, kType, 5U),
-    SAME(Hw, getMemorySLR, kType, 5U),
+    SAME(Hw, getMemoryIndex, kType, 1U),
+    SAME(Hw, getMemorySize, kType, 1U),
+    SAME(Hw, getMemorySLR, kType, 1U),
     SAME(Sw, getDefaultSystemConfig),
     SAME(Sw, getSystemConfigByName, kConfig),
     row("getSysConfigNames", &Helper::getSysConfigNames, &Sw::getSystemConfigNames, Texts(), std::string("static")),
@@ -148,6 +148,14 @@ TEST(Facade, AnswersNeutrallyWithoutAPlatformAndAsThePlatformWithOne) {
     Built other;
     other.hardware->setExpandable(false);
     other.platform.setPartial(true);
+    HZEPHardwareBusInterface* memory = other.hardware->addBusInterface();
+    memory->setMemPort("memss");
+    memory->setSPTag("HBM");
+    for (const std::string index : {"7", "8"}) {
+        HZEPHardwareAddressSegment* bank = memory->addAddressSegment();
+        bank->setIndex(index);
+        bank->setSLR("SLR" + index);
+    }
     const Helper fixed(&other.platform);
 
     for (const Row& row : kRows) {

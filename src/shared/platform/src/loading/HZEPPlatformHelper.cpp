@@ -2,26 +2,14 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPPlatformHelper.h"
 
+#include "../foundations/OnceList.h"
+#include "../software/ProcessorGroupPaths.h"
 #include "HPLPlatform.h"
 #include "HZEPPlatformMgr.h"
 #include "HZEPPlatformUtils.h"
-#include "HZEPProcessorGroup.h"
-#include "HZEPSystemConfig.h"
 #include "HostFile.h"
 #include "HostFileUtils.h"
 #include "PlatformLoader.h"
-
-#include <unordered_set>
-
-namespace {
-
-std::string pathsOf(const HZEPSystemConfig* config, const std::string& processorGroup, const std::string& osName,
-                    std::string (HZEPProcessorGroup::*paths)() const) {
-    const HZEPProcessorGroup* group = config ? config->getProcGrpByName(processorGroup) : nullptr;
-    return group && group->getOSName() == osName ? (group->*paths)() : "";
-}
-
-} // namespace
 
 HZEPPlatformHelper::HZEPPlatformHelper(HZEPPlatform* platform) : platform_(platform) {}
 
@@ -55,12 +43,12 @@ bool HZEPPlatformHelper::isQemuSupported(const std::string& config) const {
 
 std::string HZEPPlatformHelper::getIncludePaths(const std::string& config, const std::string& processorGroup,
                                                 const std::string& osName) const {
-    return pathsOf(getSystemConfigByName(config), processorGroup, osName, &HZEPProcessorGroup::getIncludePaths);
+    return pathsOfGroup(getSystemConfigByName(config), processorGroup, osName, &HZEPProcessorGroup::getIncludePaths);
 }
 
 std::string HZEPPlatformHelper::getLibraryPaths(const std::string& config, const std::string& processorGroup,
                                                 const std::string& osName) const {
-    return pathsOf(getSystemConfigByName(config), processorGroup, osName, &HZEPProcessorGroup::getLibraryPaths);
+    return pathsOfGroup(getSystemConfigByName(config), processorGroup, osName, &HZEPProcessorGroup::getLibraryPaths);
 }
 
 void HZEPPlatformHelper::getRuntimes(const std::string& config, std::vector<std::string>& out) const {
@@ -164,8 +152,8 @@ void HZEPPlatformHelper::getCompatibleConnectors_(const std::string& connector, 
     const HostBoardComponent* slot = board ? getConnector_(*board, connector) : nullptr;
     if (!slot)
         return;
-    std::unordered_set<std::string> taken;
+    OnceList names(out);
     for (const HostBoardComponent* fitting : board->getCompatibleConnectorsList(*slot))
-        if (fitting->isDIMMConnector() && taken.insert(fitting->getName()).second)
-            out.push_back(fitting->getName());
+        if (fitting->isDIMMConnector())
+            names.add(fitting->getName());
 }
