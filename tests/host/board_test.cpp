@@ -134,7 +134,7 @@ TEST(Board, NoMoreFilesAreReadThanTheLimit) {
     HostBoardDataManager manager;
     manager.setBoardPartRepoPaths({dir.path()});
     EXPECT_EQ(manager.getBoards().size(), HostBoardDataManager::kMaxFiles);
-    EXPECT_THAT(log.lines, ElementsAre("warning|@75-4@%s%s|" + past + "|10000"));
+    EXPECT_THAT(log.lines, ElementsAre("warning|@75-4@%s%s|" + past + "|4000"));
 }
 
 TEST(Board, OfTwoBoardsOfAnIdTheFirstCounts) {
