@@ -24,6 +24,8 @@ int main(int argc, char** argv) {
     addRepair(app, session);
     addAdd(app, session);
     addVerify(app, session);
+    addHdf2dsa(app, session);
+    addFixedKar(app, session);
 
     try {
         app.parse(argc, argv);

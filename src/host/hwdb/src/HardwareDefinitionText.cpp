@@ -13,13 +13,22 @@ std::string escape(const std::string& text) {
     std::string escaped;
     for (const char c : text) {
         switch (c) {
-        case '&': escaped += "&amp;"; break;
-        case '<': escaped += "&lt;"; break;
-        case '"': escaped += "&quot;"; break;
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '"':
+            escaped += "&quot;";
+            break;
         case '\t':
         case '\n':
-        case '\r': escaped += "&#" + std::to_string(static_cast<int>(c)) + ";"; break;
-        default: escaped += c;
+        case '\r':
+            escaped += "&#" + std::to_string(static_cast<int>(c)) + ";";
+            break;
+        default:
+            escaped += c;
         }
     }
     return escaped;
@@ -43,7 +52,8 @@ public:
 private:
     void renderChildren(std::size_t parent, std::size_t depth) {
         if (depth > HostHwDefUtils::kMaxDepth)
-            throw HostError("nested deeper than " + std::to_string(HostHwDefUtils::kMaxDepth) + " levels");
+            throw HostError("the hardware definition can't be told as XML: nested deeper than " +
+                            std::to_string(HostHwDefUtils::kMaxDepth) + " levels");
         const std::string indent(2 * depth, ' ');
         for (const std::size_t index : children_[parent]) {
             const HostHwInstance& instance = instances_[index];
