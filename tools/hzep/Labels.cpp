@@ -4,6 +4,7 @@
 #include "Verbs.h"
 
 #include "HZEPSemanticLabelReader.h"
+#include "HostErrors.h"
 #include "HostFile.h"
 
 #include <memory>

@@ -8,6 +8,9 @@
 
 #include <cstdint>
 #include <exception>
+#include <locale>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 
 /// The fields of one label. Each raises for a missing key and for a value of another form.
@@ -18,7 +21,12 @@ inline std::string getText(const boost::property_tree::ptree& label, const char*
 }
 
 inline int getNumber(const boost::property_tree::ptree& label, const char* key) {
-    return label.get_child(key).get_value<int>();
+    std::istringstream in(getText(label, key));
+    in.imbue(std::locale::classic());
+    int number = 0;
+    if (!(in >> number) || !(in >> std::ws).eof())
+        throw std::invalid_argument(key);
+    return number;
 }
 
 /// 0 for a missing key.
