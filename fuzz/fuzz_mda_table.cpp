@@ -33,8 +33,9 @@ void extractAll(HMDAArchive& archive) {
     for (const std::string& name : names)
         builder.add(name.substr(0, 1000), "x");
     const std::string bytes = builder.bytes();
-    archive.setFile(file.write(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
-    const fs::path around = file.write(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()) + ".d";
+    const std::string path = file.write(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    archive.setFile(path);
+    const fs::path around = path + ".d";
     for (const std::string& type : types)
         try {
             archive.extract(type, (around / "target").string());

@@ -25,17 +25,14 @@ struct Options {
     bool asJson = false;
 };
 
-/// All that the library raises is a refusal here.
+/// All that the library raises is a refusal here, which names the archive.
 template <class Work>
-auto refusing(Work work) {
+auto refusing(const std::string& file, Work work) {
     try {
         return work();
-    } catch (const Unusable&) {
-        throw;
-    } catch (const Negative&) {
-        throw;
     } catch (const std::exception& error) {
-        throw Unusable(error.what());
+        const std::string what = error.what();
+        throw Unusable(what.find(file) == what.npos ? file + ": " + what : what);
     }
 }
 
@@ -49,7 +46,7 @@ HMDAArchive open(const std::string& file) {
     const std::string index = archive.getJsonFileName();
     if (!HostZip::containsFile(file, index))
         throw Unusable(file + ": is no metadata archive: there is no entry \"" + index + "\"");
-    if (!refusing([&] { return archive.parse(); }))
+    if (!refusing(file, [&] { return archive.parse(); }))
         throw Unusable(file + ": " + index + ": is empty or can't be opened");
     return archive;
 }
@@ -70,7 +67,7 @@ void add(const Options& options) {
         throw Unusable("a block design stands in the folder \"bd\", not in \"" + options.entry + "\"");
     if (options.entry == archive.getJsonFileName())
         throw Unusable("\"" + options.entry + "\" is the archive's index, not a file of a type");
-    refusing([&] {
+    refusing(options.file, [&] {
         // Tells what is wrong with the archive or the name, which the next step would only refuse.
         HostZipUpdate(options.file).begin(options.entry);
         if (isFolder)
@@ -100,7 +97,7 @@ void list(Session& session, const Options& options) {
         writer.write(session.out());
         return;
     }
-    const auto entries = refusing([&] { return HostZip::getEntries(options.file); });
+    const auto entries = refusing(options.file, [&] { return HostZip::getEntries(options.file); });
     std::map<std::string, std::string> files;
     archive.getFiles().getFiles(files);
     Table table({"TYPE", "ENTRY", "SIZE"});
@@ -116,7 +113,7 @@ void extract(Session& session, const Options& options) {
         throw Negative(options.file + ": no file of type \"" + options.type + "\"; 'hzep mda list' lists them");
     if (!HMDAArchive::isDirectoryType(options.type) && !HostZip::containsFile(options.file, name))
         throw Negative(options.file + ": the file of type \"" + options.type + "\", \"" + name + "\", is not in the archive");
-    session.out() << refusing([&] { return archive.extract(options.type, options.directory); }) << '\n';
+    session.out() << refusing(options.file, [&] { return archive.extract(options.type, options.directory); }) << '\n';
 }
 
 template <class Setter>
@@ -147,7 +144,7 @@ void addMda(CLI::App& app, Session& session) {
     addText(create, options, "--hier-name", &HMDAArchive::setHierName, "The hierarchy that the platform is");
     create->footer("Example: hzep mda create card.mda --pfm-name card --inst-path top/card_i");
     create->callback([options] {
-        refusing([&] {
+        refusing(options->file, [&] {
             options->archive.setFile(options->file);
             options->archive.create();
         });
