@@ -10,8 +10,12 @@
 #include "HostZipUpdate.h"
 #include "JSONObjectWriter.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <map>
 #include <memory>
-#include <set>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -77,17 +81,36 @@ void add(const Options& options) {
     });
 }
 
-/// Bytes of a member, or of all below a folder; "missing" when there is neither.
-std::string describeSize(const std::vector<HostZipEntry>& entries, const std::string& name) {
-    std::uint64_t size = 0;
-    bool isThere = false;
-    for (const HostZipEntry& entry : entries)
-        if (entry.name == name || entry.name.starts_with(name + (name.ends_with('/') ? "" : "/"))) {
-            size += entry.size;
-            isThere = true;
-        }
-    return isThere ? std::to_string(size) : "missing";
-}
+/// What the members of an archive measure, in bytes.
+class Sizes {
+public:
+    explicit Sizes(std::vector<HostZipEntry> entries) : entries_(std::move(entries)) {
+        std::sort(entries_.begin(), entries_.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
+        for (const HostZipEntry& entry : entries_)
+            before_.push_back(before_.back() + entry.size);
+    }
+
+    /// Of a member, or of all below a folder; "missing" when there is neither.
+    std::string describe(const std::string& name) const {
+        const std::size_t member = find(name);
+        if (member < entries_.size() && entries_[member].name == name && !name.ends_with('/'))
+            return std::to_string(entries_[member].size);
+        const std::string folder = name.ends_with('/') ? name.substr(0, name.size() - 1) : name;
+        // '0' is the character behind '/'.
+        const std::size_t begin = find(folder + "/"), end = find(folder + "0");
+        return begin == end ? "missing" : std::to_string(before_[end] - before_[begin]);
+    }
+
+private:
+    std::size_t find(const std::string& name) const {
+        const auto at = std::lower_bound(entries_.begin(), entries_.end(), name,
+                                         [](const HostZipEntry& entry, const std::string& sought) { return entry.name < sought; });
+        return static_cast<std::size_t>(at - entries_.begin());
+    }
+
+    std::vector<HostZipEntry> entries_;
+    std::vector<std::uint64_t> before_ = {0}; // the sizes of all in front of the entry
+};
 
 void list(Session& session, const Options& options) {
     const HMDAArchive archive = open(options.file);
@@ -97,12 +120,12 @@ void list(Session& session, const Options& options) {
         writer.write(session.out());
         return;
     }
-    const auto entries = refusing(options.file, [&] { return HostZip::getEntries(options.file); });
+    const Sizes sizes(refusing(options.file, [&] { return HostZip::getEntries(options.file); }));
     std::map<std::string, std::string> files;
     archive.getFiles().getFiles(files);
     Table table({"TYPE", "ENTRY", "SIZE"});
     for (const auto& [type, name] : files)
-        table.add({type, name, describeSize(entries, name)});
+        table.add({type, name, sizes.describe(name)});
     table.print(session.out(), Session::isTerminal());
 }
 
