@@ -17,3 +17,5 @@ void addConvert(CLI::App& app, Session& session);
 void addRepair(CLI::App& app, Session& session);
 void addAdd(CLI::App& app, Session& session);
 void addVerify(CLI::App& app, Session& session);
+void addLabels(CLI::App& app, Session& session);
+void addMda(CLI::App& app, Session& session);

@@ -24,6 +24,8 @@ int main(int argc, char** argv) {
     addRepair(app, session);
     addAdd(app, session);
     addVerify(app, session);
+    addLabels(app, session);
+    addMda(app, session);
 
     try {
         app.parse(argc, argv);
