@@ -19,7 +19,8 @@ struct HostZipEntry {
     bool isEncrypted;
 };
 
-/// Zip archives. Names are UTF-8; one with a trailing "/" is a directory; of members with one name the first counts. Errors are
+/// Zip archives. Names are UTF-8; one with a trailing "/" is a directory; of members with one name the first counts. The
+/// limits of HostZipUpdate on members and directory hold in reading too. Errors are
 /// HostError with the text "<archive>: <member>: <cause>".
 class HOST_EXPORT HostZip {
 public:
@@ -53,8 +54,7 @@ public:
     static bool uncompressDir(const std::string& archive, const std::string& entry, const std::string& directory, int flags);
 
     /// Writes a new archive of all files below `directory`: entries sorted, times fixed, so that equal folders give equal
-    /// bytes. What would deflate further than kMaxRatio is stored. The archive appears whole or not at all. Raises HostError; links and
-    /// special files are refused.
+    /// bytes. Written as HostZipUpdate writes. Raises HostError; links and special files are refused.
     static void packDirectory(const std::string& directory, const std::string& archive);
 
     /// Stamps the archive with a digest of its members, in place of an earlier one. It is the SHA-256 over all members, folders too, in

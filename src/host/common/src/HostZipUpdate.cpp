@@ -9,12 +9,13 @@
 #include "ZipDeflate.h"
 #include "ZipDirectory.h"
 #include "ZipFile.h"
+#include "ZipName.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <map>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -60,12 +61,16 @@ struct HostZipUpdate::State {
         std::uint64_t at; // where `out` goes
     };
 
-    explicit State(const std::string& path)
-        : archive(path), old(ZipFile::openArchive(path)), identity(identify(old)), directory(ZipDirectory::read(old.get(), path)),
-          replacement(path), file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
+    explicit State(const std::string& path) : State(path, ZipFile::openArchive(path)) {}
+
+    /// Without an old archive a new one is made.
+    State(const std::string& path, std::optional<ZipFile> oldFile)
+        : archive(path), old(std::move(oldFile)), identity(old ? identify(*old) : HostFileIdentity()),
+          directory(old ? ZipDirectory::read(old->get(), path) : ZipDirectory()), replacement(path),
+          file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
         slots.reserve(directory.members.size());
         for (ZipMember& member : directory.members) {
-            byName.emplace(member.name, slots.size());
+            byName.emplace(getZipName(member), slots.size());
             slots.push_back({std::move(member)});
         }
         directory.members.clear();
@@ -206,7 +211,7 @@ struct HostZipUpdate::State {
         if (wantsDigest)
             file.writeAt(size - zip_digest::kHexSize, computeDigest());
         file.close();
-        if (const ZipFile now = ZipFile::openArchive(archive); !(identify(now) == identity))
+        if (old && !(identify(ZipFile::openArchive(archive)) == identity))
             throw HostError(archive + ": changed by somebody else meanwhile");
         replacement.commit();
     }
@@ -237,7 +242,7 @@ private:
                 end = kept[first]->end;
                 kept[first]->offset += position - start;
             }
-            file.copyFrom(old, start, position, end - start);
+            file.copyFrom(*old, start, position, end - start);
             position += end - start;
         }
     }
@@ -263,13 +268,13 @@ private:
 
 public:
     std::string archive;
-    ZipFile old;
+    std::optional<ZipFile> old;
     HostFileIdentity identity;
     ZipDirectory directory;
     HostReplacement replacement;
     ZipFile file;
-    std::vector<Slot> slots; // in the order of the directory
-    std::unordered_map<std::string, std::size_t> byName;
+    std::vector<Slot> slots;                   // in the order of the directory
+    std::map<std::string, std::size_t> byName; // no hash that names could be made to collide in
     std::optional<Writing> writing;
     ZipDeflate deflate;
     std::uint64_t position = 0;
@@ -279,7 +284,14 @@ public:
 };
 
 HostZipUpdate::HostZipUpdate(const std::string& archive) : state_(new State(archive)) {}
+HostZipUpdate::HostZipUpdate(std::unique_ptr<State> state) : state_(std::move(state)) {}
 HostZipUpdate::~HostZipUpdate() = default;
+
+HostZipUpdate HostZipUpdate::create(const std::string& archive) {
+    auto state = std::make_unique<State>(archive, std::nullopt);
+    state->isChanged = true;
+    return HostZipUpdate(std::move(state));
+}
 
 std::string HostZipUpdate::getNameFault(const std::string& entry) {
     if (const char* fault = getZipNameFault(entry))
