@@ -42,6 +42,10 @@ public:
     /// The whole member, its checksum verified. Raises HostError when it is missing, damaged, encrypted or above the limits.
     static std::string readMember(const std::string& archive, const std::string& entry);
 
+    /// Writes the member into the file, piece by piece, at most kMaxUnpackedSize bytes. The file appears, or is replaced, whole or not at
+    /// all. Raises HostError as readMember does, and for a file that can't be written.
+    static void extractMember(const std::string& archive, const std::string& entry, const std::string& file);
+
     /// Why the file can't be opened as an archive, in a few words; "" when it can.
     static std::string getFault(const std::string& archive);
 

@@ -3,6 +3,7 @@
 #include "HostZip.h"
 
 #include "HostErrors.h"
+#include "HostReplacement.h"
 #include "HostZipArchive.h"
 #include "HostZipMember.h"
 
@@ -18,6 +19,15 @@ bool HostZip::containsFile(const std::string& archive, const std::string& entry)
 
 std::string HostZip::readMember(const std::string& archive, const std::string& entry) {
     return HostZipMember(archive, entry, kMaxMemberSize).readAll();
+}
+
+void HostZip::extractMember(const std::string& archive, const std::string& entry, const std::string& file) {
+    HostZipMember member(archive, entry, kMaxUnpackedSize);
+    HostReplacement replacement(file);
+    std::vector<char> buffer(256 << 10);
+    while (const std::size_t got = member.read(buffer.data(), buffer.size()))
+        replacement.write(buffer.data(), got);
+    replacement.commit();
 }
 
 std::string HostZip::getFault(const std::string& archive) {
