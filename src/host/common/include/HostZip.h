@@ -19,9 +19,8 @@ struct HostZipEntry {
     bool isEncrypted;
 };
 
-/// Zip archives. Names are UTF-8; one with a trailing "/" is a directory; of members with one name the first counts. The
-/// limits of HostZipUpdate on members and directory hold in reading too. Errors are
-/// HostError with the text "<archive>: <member>: <cause>".
+/// Zip archives. Names are UTF-8; one with a trailing "/" is a directory; of members with one name the first counts. The limits of
+/// HostZipUpdate on members and directory hold in reading too. Errors are HostError with the text "<archive>: <member>: <cause>".
 class HOST_EXPORT HostZip {
 public:
     /// Largest member that is read into memory: 1 GiB.

@@ -171,7 +171,7 @@ private:
 
     void copy(const Descriptor& file, const Item& item) {
         HostZipMember member(archive_.getPath(), item.name, HostZip::kMaxUnpackedSize);
-        std::vector<char> buffer(256 << 10);
+        std::vector<char> buffer(std::min<std::uint64_t>(member.getSize() + 1, 256 << 10));
         while (const std::size_t got = member.read(buffer.data(), buffer.size())) {
             for (std::size_t done = 0; done < got;) {
                 const ssize_t written = write(file.get(), buffer.data() + done, got - done);

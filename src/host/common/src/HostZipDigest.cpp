@@ -59,7 +59,7 @@ void addContent(Sha256& digest, const std::string& archive, const std::string& n
     if (name.ends_with('/'))
         return;
     HostZipMember member(archive, name, HostZip::kMaxUnpackedSize);
-    std::vector<char> buffer(kBufferSize);
+    std::vector<char> buffer(std::min<std::uint64_t>(member.getSize() + 1, kBufferSize));
     while (const std::size_t got = member.read(buffer.data(), buffer.size()))
         digest.add(buffer.data(), got);
 }

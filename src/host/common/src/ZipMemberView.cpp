@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -18,35 +19,42 @@ constexpr std::size_t kSearchedSize = 0xffff + 22 + 20;
 
 struct View {
     int fd;
-    std::uint64_t begin; // in the file
-    std::uint64_t span;  // bytes of the file, `tail` follows them
-    std::string tail = {};
+    std::uint64_t begin;   // in the file
+    std::uint64_t span;    // bytes of the file; then come kSearchedSize zeros
+    std::string tail = {}; // directory and end record
     std::uint64_t at = 0;
     zip_error_t error = {};
 
-    std::uint64_t size() const { return span + tail.size(); }
+    std::uint64_t size() const { return span + kSearchedSize + tail.size(); }
 
     zip_int64_t read(char* buffer, std::uint64_t count) {
         count = std::min(count, size() - std::min(at, size()));
-        std::uint64_t done = 0;
-        while (done < count && at < span) {
-            const auto wanted = static_cast<std::size_t>(std::min(count - done, span - at));
-            const ssize_t got = pread(fd, buffer + done, wanted, static_cast<off_t>(begin + at));
-            if (got < 0 && errno == EINTR)
-                continue;
-            if (got <= 0) {
-                zip_error_set(&error, got < 0 ? ZIP_ER_READ : ZIP_ER_EOF, got < 0 ? errno : 0);
+        for (std::uint64_t done = 0; done < count;) {
+            const zip_int64_t step = readSome(buffer + done, count - done);
+            if (step < 0)
                 return -1;
-            }
-            done += static_cast<std::uint64_t>(got);
-            at += static_cast<std::uint64_t>(got);
+            done += static_cast<std::uint64_t>(step);
+            at += static_cast<std::uint64_t>(step);
         }
-        if (done < count) {
-            const std::size_t got = tail.copy(buffer + done, static_cast<std::size_t>(count - done), static_cast<std::size_t>(at - span));
-            done += got;
-            at += got;
+        return static_cast<zip_int64_t>(count);
+    }
+
+    zip_int64_t readSome(char* buffer, std::uint64_t count) {
+        if (at >= span + kSearchedSize)
+            return static_cast<zip_int64_t>(tail.copy(buffer, count, at - span - kSearchedSize));
+        if (at >= span) {
+            count = std::min(count, span + kSearchedSize - at);
+            std::memset(buffer, 0, count);
+            return static_cast<zip_int64_t>(count);
         }
-        return static_cast<zip_int64_t>(done);
+        ssize_t got;
+        do
+            got = pread(fd, buffer, std::min(count, span - at), static_cast<off_t>(begin + at));
+        while (got < 0 && errno == EINTR);
+        if (got > 0)
+            return got;
+        zip_error_set(&error, got < 0 ? ZIP_ER_READ : ZIP_ER_EOF, got < 0 ? errno : 0);
+        return -1;
     }
 
     zip_int64_t seek(void* data, std::uint64_t size) {
@@ -106,8 +114,7 @@ zip_t* openZipMember(int fd, std::uint64_t fileSize, const ZipMember& member, zi
     const std::uint64_t span = member.compressedSize < left - std::min(left, kMaxLocalSize) ? member.compressedSize + kMaxLocalSize : left;
 
     auto view = std::make_unique<View>(View{fd, begin, span});
-    view->tail.assign(kSearchedSize, '\0');
-    view->tail += ZipDirectory{{alone}, ""}.render(view->size());
+    view->tail = ZipDirectory{{alone}, ""}.render(view->size());
     zip_error_init(&view->error);
     zip_source_t* const source = zip_source_function_create(answer, view.get(), &error);
     if (!source)
