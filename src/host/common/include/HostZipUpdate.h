@@ -18,9 +18,9 @@
 /// the directory, a name would land outside of a folder, a member is a link or a special file, or a limit is passed.
 class HOST_EXPORT HostZipUpdate {
 public:
-    /// Most members of an archive.
+    /// Most members of an archive, also of one that is only read.
     static constexpr std::uint64_t kMaxMembers = 100'000;
-    /// Largest directory: 64 MiB.
+    /// Largest directory: 64 MiB; likewise.
     static constexpr std::uint64_t kMaxDirectorySize = 64ULL << 20;
     /// Largest content of unknown length, written piece by piece: 3.75 GiB. A file or text may be larger.
     static constexpr std::uint64_t kMaxStreamedSize = 15ULL << 28;
@@ -31,6 +31,9 @@ public:
     ~HostZipUpdate();
     HostZipUpdate(const HostZipUpdate&) = delete;
     HostZipUpdate& operator=(const HostZipUpdate&) = delete;
+
+    /// A new archive, without members so far, that commit() puts in place of whatever file stands there.
+    static HostZipUpdate create(const std::string& archive);
 
     /// Why no member can be put under this name, in a few words; "" when one can.
     static std::string getNameFault(const std::string& entry);
@@ -55,5 +58,6 @@ public:
 
 private:
     struct State;
+    explicit HostZipUpdate(std::unique_ptr<State> state);
     std::unique_ptr<State> state_;
 };
