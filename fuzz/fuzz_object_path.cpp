@@ -59,7 +59,9 @@ void ask(const ptree& tree, const std::string& path) {
 
     const NativeDocService docs;
     ptree doc = tree;
+    std::streambuf* const before = std::cerr.rdbuf(nullptr);
     docs.isValidDocKey(doc, path);
+    std::cerr.rdbuf(before);
     docs.getDocKeyBranch(doc, "documentation_keys." + path);
 }
 
@@ -68,11 +70,6 @@ void ask(const ptree& tree, const std::string& path) {
 /// Every line is a path.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     silence();
-    static const bool isQuiet = [] {
-        std::cerr.rdbuf(nullptr);
-        return true;
-    }();
-    (void)isQuiet;
     static const ptree tree = [] {
         ptree parsed;
         HZEPJSONText::read(kDocument, parsed);

@@ -23,8 +23,8 @@ struct Options {
 
 /// The whole document of the file is asked first, then the part of it that the file describes.
 void get(Session& session, const Options& options) {
-    if (options.key.empty())
-        throw Unusable("the key path is empty");
+    if (options.key.find_first_not_of("[]*") == options.key.npos)
+        throw Unusable("the key path has no name in it");
     const std::string document = session.getDocument(options.path, false);
     if (printAt(session, document, options.key, options.isJson))
         return;
