@@ -156,10 +156,12 @@ bool NativeCatalogService::getPlatformInfo_(PlatformLoader* loader, ptree& out, 
     if (platform->hasReconfigurablePartitions())
         out.add_child("reconfigurablePartitions", describePartitions(*platform));
     out.put("platformSwFile", platform->getSoftwarePlatformFile());
-    if (hardware)
+    if (hardware) {
         putHpfmFile(out, "hpfmFile", *hardware);
-    if (hardware)
         putClockCount(out, "systemClockCount", *hardware);
+    } else {
+        out.put("systemClockCount", "0");
+    }
     out.put("partArchitecture", hardware ? hardware->getFpgaPart() : "");
 
     std::string reason;

@@ -46,8 +46,6 @@ public:
     void setTestCompilerVersion_(const std::string& version);
 
 private:
-    struct Versions;
-
     bool getPlatformInfo_(PlatformLoader* loader, boost::property_tree::ptree& out, bool all) const;
 
     std::string testCompilerVersion_;
