@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <unistd.h>
 #include <utility>
 
@@ -106,9 +107,9 @@ bool Session::isTerminal() {
 }
 
 void Session::forwardMessages() {
-    for (const HostMsg& message : messages_)
-        say(HostMsgMgr::getSeverityName(message.severityMask), HostMsgMgr::getText(message));
-    messages_.clear();
+    for (const HostMsg& message : std::exchange(messages_, {}))
+        if (const std::string text = HostMsgMgr::getText(message); said_.insert(text).second)
+            say(HostMsgMgr::getSeverityName(message.severityMask), text);
 }
 
 std::vector<HostMsg> Session::takeErrors() {
@@ -142,7 +143,14 @@ auto Session::read(const std::string& path, Read read) {
 }
 
 std::shared_ptr<HZEPPlatform> Session::load(const std::string& path, PlatformLoader::HwMetadataMode mode) {
-    return read(path, [&] { return PlatformLoader(path, mode).load(); });
+    return open(path, mode).load();
+}
+
+PlatformLoader Session::open(const std::string& path, PlatformLoader::HwMetadataMode mode) {
+    return *read(path, [&] {
+        PlatformLoader loader(path, mode);
+        return loader.load() ? std::optional(loader) : std::nullopt;
+    });
 }
 
 std::string Session::getDocument(const std::string& path, bool isShort) {

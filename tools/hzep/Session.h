@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <ostream>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -23,6 +24,12 @@ public:
 class Findings : public Negative {
 public:
     using Negative::Negative;
+};
+
+/// The answer is no, and is printed already.
+class Answered : public Negative {
+public:
+    Answered() : Negative("") {}
 };
 
 /// Wrong usage, or input that can't be read. Exit status 2.
@@ -52,6 +59,10 @@ public:
     std::shared_ptr<HZEPPlatform>
     load(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
 
+    /// The same with its loader, for services that ask one.
+    zep_platform::PlatformLoader
+    open(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
+
     /// What the C entry point returns for the path. Raises Unusable as load does.
     std::string getDocument(const std::string& path, bool isShort);
 
@@ -70,4 +81,5 @@ private:
     std::ostream out_;
     HostMsgMgr::Sink earlierSink_;
     std::vector<HostMsg> messages_;
+    std::set<std::string> said_; // a warning that every platform of a list gives is said once
 };

@@ -17,3 +17,6 @@ void addConvert(CLI::App& app, Session& session);
 void addRepair(CLI::App& app, Session& session);
 void addAdd(CLI::App& app, Session& session);
 void addVerify(CLI::App& app, Session& session);
+void addList(CLI::App& app, Session& session);
+void addInfo(CLI::App& app, Session& session);
+void addCheck(CLI::App& app, Session& session);
