@@ -4,6 +4,7 @@
 #include "Repository.h"
 #include "Verbs.h"
 
+#include "HZEPMetadataLint.h"
 #include "JSONObjectWriter.h"
 #include "NativeCatalogService.h"
 
@@ -55,7 +56,9 @@ void check(Session& session, const Options& options) {
         document.addKey("reason", reason);
         document.write(session.out());
     } else {
-        session.out() << (isSupported ? "supported\n" : "not supported\n") << reason << (reason.empty() ? "" : "\n");
+        // A reason may quote a file; on a terminal it must not steer it.
+        session.out() << (isSupported ? "supported\n" : "not supported\n")
+                      << (Session::isTerminal() ? HZEPMetadataLint::makePrintable(reason) : reason) << (reason.empty() ? "" : "\n");
     }
     session.finish();
     if (!isSupported)

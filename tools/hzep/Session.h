@@ -7,6 +7,7 @@
 #include "HostMsgMgr.h"
 #include "PlatformLoader.h"
 
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <set>
@@ -63,6 +64,10 @@ public:
     zep_platform::PlatformLoader
     open(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
 
+    /// Asks the library about the file at the path. Raises Unusable as load does when the question answers false or raises, or when
+    /// a loader said meanwhile that it failed.
+    void ask(const std::string& path, const std::function<bool()>& question);
+
     /// What the C entry point returns for the path. Raises Unusable as load does.
     std::string getDocument(const std::string& path, bool isShort);
 
@@ -73,8 +78,6 @@ public:
     static bool isTerminal();
 
 private:
-    template <class Read>
-    auto read(const std::string& path, Read read);
     std::string describeFailure(const std::string& path, const std::string& conclusion);
     void forwardMessages();
 

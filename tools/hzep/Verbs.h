@@ -9,6 +9,10 @@
 
 /// Each verb adds its subcommand; the subcommand's callback does the work and answers by exceptions of Session.h.
 void addShow(CLI::App& app, Session& session);
+void addGet(CLI::App& app, Session& session);
+void addKeys(CLI::App& app, Session& session);
+void addDict(CLI::App& app, Session& session);
+void addDoc(CLI::App& app, Session& session);
 void addFiles(CLI::App& app, Session& session);
 void addExtract(CLI::App& app, Session& session);
 void addPack(CLI::App& app, Session& session);

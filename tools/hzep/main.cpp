@@ -16,6 +16,10 @@ int main(int argc, char** argv) {
 
     Session session;
     addShow(app, session);
+    addGet(app, session);
+    addKeys(app, session);
+    addDict(app, session);
+    addDoc(app, session);
     addFiles(app, session);
     addExtract(app, session);
     addPack(app, session);
