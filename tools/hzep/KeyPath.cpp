@@ -44,7 +44,8 @@ std::string describeStop(const ptree& node, const std::string& reached, const st
         return here + " is a list of " + std::to_string(node.size()) + "; an element is " + quote(reached + "[0]");
     const std::string plain = name.substr(0, name.find('['));
     if (const auto child = node.find(plain); child != node.not_found())
-        return quote((reached.empty() ? "" : reached + ".") + plain) + " has " + std::to_string(child->second.size()) + " elements";
+        return quote((reached.empty() ? "" : reached + ".") + plain) +
+               (child->second.empty() ? " is a value" : " ends at [" + std::to_string(child->second.size() - 1) + "]");
     std::vector<std::string> names;
     std::set<std::string> seen;
     for (const auto& [key, child] : node)
