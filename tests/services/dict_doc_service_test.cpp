@@ -47,7 +47,7 @@ TEST(DictService, AnswersForAFile) {
     const std::string kar =
         ZipBuilder(dir.path("h.kar"))
             .add("kar.json", hardwareJson("heron", R"(, "idCode": "0x1", "rm": "true", "files": [{"name": "a", "type": "DCP"},
-                                     {"name": "b", "type": "MCS"}], "memories": [{"name": "m", "configParams": [{"name": "p", "value": "q"}]}])"))
+                                     {"name": "b", "type": "MCS"}], "busInterfaces": [{"name": "bus", "addressSegments": [{"name": "s"}]}])"))
             .write();
     const NativeDictService service;
     bool ok = false;
@@ -71,8 +71,9 @@ TEST(DictService, AnswersForAFile) {
     EXPECT_THAT(service.getFilteredDict(kar, "files"), testing::SizeIs(4));
     EXPECT_THAT(service.getFilteredDict(kar, "none"), ElementsAre());
     // All between the first and the last bracket is one subscript.
-    std::set<std::string> filter{"memories[*].value", "memories[*].configParams[*].name"};
-    EXPECT_THAT(service.getFilteredDict(kar, "", filter), ElementsAre(Pair("memories[0].configParams[0].value", "q")));
+    std::set<std::string> filter{"busInterfaces[*].name", "busInterfaces[*].addressSegments[*].name"};
+    EXPECT_THAT(service.getFilteredDict(kar, "", filter),
+                ElementsAre(Pair("busInterfaces[0].addressSegments[0].name", "s"), Pair("busInterfaces[0].name", "bus")));
 }
 
 TEST(TransformService, CountsASpecification) {

@@ -50,21 +50,16 @@ void printDoc(Session& session, const Options& options) {
         throw Unusable(path + ": the member \"" + kBranch + "\" is missing");
     ptree doc = service.getDocKeyBranch(file, kBranch);
 
-    std::string key = objects.getPathWithActualHwPlatformRoot(doc, options.key);
+    const std::string key = objects.getPathWithActualHwPlatformRoot(doc, options.key);
     if (!service.isValidDocKey(doc, key))
         throw Negative(describeMissingKey(path, doc, toFirstElements(key)));
     const bool isWhole = key == kAll || key == kListKeys;
-    if (isWhole)
-        key.clear();
-    const std::string first = toFirstElements(key);
+    const std::string first = isWhole ? "" : toFirstElements(key);
     bool ok = true;
-    const ptree branch = isWhole ? doc : service.getBranch(file, std::string(kBranch) + "." + first, ok);
-    if (options.isJson && !branch.empty()) {
-        session.out() << service.getAsJsonStr(branch);
-        return;
-    }
-    if (branch.empty()) {
-        session.out() << branch.data() << '\n';
+    const std::string way = std::string(kBranch) + (isWhole ? "" : "." + first);
+    const ptree branch = service.getBranch(file, way, ok);
+    if (options.isJson || branch.empty()) {
+        printAt(session, service.getAsJsonStr(file), way, options.isJson);
         return;
     }
     const bool isList = options.key == kListKeys;

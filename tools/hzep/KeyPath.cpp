@@ -3,6 +3,7 @@
 
 #include "KeyPath.h"
 
+#include "HZEPJSONText.h"
 #include "HZEPMetadataLint.h"
 #include "HZEPNearNames.h"
 #include "NativeKeyService.h"
@@ -58,6 +59,23 @@ std::string describeStop(const ptree& node, const std::string& reached, const st
 }
 
 } // namespace
+
+bool printAt(Session& session, const std::string& document, const std::string& path, bool isJson) {
+    const NativeObjectService objects;
+    bool ok = false;
+    const std::string text = objects.getObjectsByPath_(document, path, ok);
+    if (!ok)
+        return false;
+    const bool isValue = objects.getNodeByPath_(document, path, ok).empty();
+    if (isValue && isJson) {
+        ptree holder;
+        holder.push_back({path.substr(path.rfind('.') + 1), ptree(text)});
+        HZEPJSONText::write(session.out(), holder);
+    } else {
+        session.out() << (isValue && Session::isTerminal() ? HZEPMetadataLint::makePrintable(text) : text) << (isValue ? "\n" : "");
+    }
+    return true;
+}
 
 std::string describeMissingKey(const std::string& place, const ptree& document, const std::string& path) {
     const NativeObjectService objects;
