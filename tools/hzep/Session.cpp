@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <unistd.h>
 #include <utility>
 
@@ -106,9 +107,9 @@ bool Session::isTerminal() {
 }
 
 void Session::forwardMessages() {
-    for (const HostMsg& message : messages_)
-        say(HostMsgMgr::getSeverityName(message.severityMask), HostMsgMgr::getText(message));
-    messages_.clear();
+    for (const HostMsg& message : std::exchange(messages_, {}))
+        if (const std::string text = HostMsgMgr::getText(message); said_.insert(text).second)
+            say(HostMsgMgr::getSeverityName(message.severityMask), text);
 }
 
 std::vector<HostMsg> Session::takeErrors() {
@@ -144,6 +145,12 @@ std::shared_ptr<HZEPPlatform> Session::load(const std::string& path, PlatformLoa
     std::shared_ptr<HZEPPlatform> platform;
     ask(path, [&] { return (platform = PlatformLoader(path, mode).load()) != nullptr; });
     return platform;
+}
+
+PlatformLoader Session::open(const std::string& path, PlatformLoader::HwMetadataMode mode) {
+    std::optional<PlatformLoader> loader;
+    ask(path, [&] { return loader.emplace(path, mode).load() != nullptr; });
+    return *std::move(loader);
 }
 
 std::string Session::getDocument(const std::string& path, bool isShort) {

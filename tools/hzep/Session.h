@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <ostream>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -24,6 +25,12 @@ public:
 class Findings : public Negative {
 public:
     using Negative::Negative;
+};
+
+/// The answer is no, and is printed already.
+class Answered : public Negative {
+public:
+    Answered() : Negative("") {}
 };
 
 /// Wrong usage, or input that can't be read. Exit status 2.
@@ -53,6 +60,10 @@ public:
     std::shared_ptr<HZEPPlatform>
     load(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
 
+    /// The same with its loader, for services that ask one.
+    zep_platform::PlatformLoader
+    open(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
+
     /// Asks the library about the file at the path. Raises Unusable as load does when the question answers false or raises, or when
     /// a loader said meanwhile that it failed.
     void ask(const std::string& path, const std::function<bool()>& question);
@@ -73,4 +84,5 @@ private:
     std::ostream out_;
     HostMsgMgr::Sink earlierSink_;
     std::vector<HostMsg> messages_;
+    std::set<std::string> said_; // a warning that every platform of a list gives is said once
 };

@@ -30,6 +30,9 @@ int main(int argc, char** argv) {
     addVerify(app, session);
     addLabels(app, session);
     addMda(app, session);
+    addList(app, session);
+    addInfo(app, session);
+    addCheck(app, session);
 
     try {
         app.parse(argc, argv);
@@ -39,6 +42,8 @@ int main(int argc, char** argv) {
         return app.exit(error, session.out(), std::cerr) == 0 ? 0 : 2;
     } catch (const Findings& findings) {
         Session::say("lint", findings.what());
+        return 1;
+    } catch (const Answered&) {
         return 1;
     } catch (const Negative& error) {
         Session::say("error", error.what());
