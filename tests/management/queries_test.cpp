@@ -108,7 +108,7 @@ TEST_F(Queries, LookPlatformsUp) {
     HZEPPlatform* old = Utils::getPlatform("old");
     EXPECT_EQ(Utils::getPlatformByZpfmFileBaseName("OLD"), old);
     EXPECT_EQ(Utils::getPlatformByZpfmFileBaseName(dir.path("old/old.zpfm")), nullptr);
-    for (const std::string name : {dir.path("old/old.zpfm"), std::string("Old"), dir.path("new/../old/old.zpfm")})
+    for (const std::string& name : {dir.path("old/old.zpfm"), std::string("Old"), dir.path("new/../old/old.zpfm")})
         EXPECT_EQ(Utils::getPlatformByUniqueName(name), old) << name;
     EXPECT_EQ(Utils::getPlatformByFilePath(dir.path("old/OLD.zpfm")), nullptr);
     EXPECT_EQ(Utils::getPlatformByFilePath(""), nullptr);
