@@ -20,13 +20,12 @@ public:
     /// Largest board file that is read, in bytes; levels of directories below a path; files that are read altogether.
     static constexpr std::size_t kMaxFileSize = 1 << 20;
     static constexpr std::size_t kMaxDepth = 6;
-    static constexpr std::size_t kMaxFiles = 10000;
+    static constexpr std::size_t kMaxFiles = 4000;
 
     HostBoardDataManager();
     ~HostBoardDataManager();
-    /// Boards go along with their pointers.
-    HostBoardDataManager(HostBoardDataManager&& other) noexcept;
-    HostBoardDataManager& operator=(HostBoardDataManager&& other) noexcept;
+    HostBoardDataManager(const HostBoardDataManager&) = delete;
+    HostBoardDataManager& operator=(const HostBoardDataManager&) = delete;
 
     /// Ends the life of all boards handed out.
     void setBoardPartRepoPaths(const std::vector<std::string>& paths);

@@ -83,8 +83,6 @@ struct HostBoardDataManager::Catalog {
 
 HostBoardDataManager::HostBoardDataManager() = default;
 HostBoardDataManager::~HostBoardDataManager() = default;
-HostBoardDataManager::HostBoardDataManager(HostBoardDataManager&&) noexcept = default;
-HostBoardDataManager& HostBoardDataManager::operator=(HostBoardDataManager&&) noexcept = default;
 
 void HostBoardDataManager::setBoardPartRepoPaths(const std::vector<std::string>& paths) {
     paths_ = paths;

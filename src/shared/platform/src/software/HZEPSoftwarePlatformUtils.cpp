@@ -4,21 +4,8 @@
 
 #include "HZEPPlatform.h"
 #include "HZEPPlatformUtils.h"
-#include "HZEPProcessorGroup.h"
 #include "HZEPSoftwarePlatform.h"
-#include "HZEPSystemConfig.h"
-
-namespace {
-
-/// The group, when it runs exactly that operating system; else null.
-HZEPProcessorGroup* findGroup(const std::string& platformUniqueName, const std::string& configName, const std::string& groupName,
-                              const std::string& osName) {
-    const HZEPSystemConfig* config = HZEPSoftwarePlatformUtils::getSystemConfigurationByUniqueName(platformUniqueName, configName);
-    HZEPProcessorGroup* group = config ? config->getProcGrpByName(groupName) : nullptr;
-    return group && group->getOSName() == osName ? group : nullptr;
-}
-
-} // namespace
+#include "ProcessorGroupPaths.h"
 
 HZEPSystemConfig* HZEPSoftwarePlatformUtils::getSystemConfigurationByUniqueName(std::string platformUniqueName, std::string configName) {
     std::vector<HZEPPlatform*> platforms;
@@ -51,12 +38,12 @@ bool HZEPSoftwarePlatformUtils::isQemuSupported(HZEPSoftwarePlatform* platform, 
 
 std::string HZEPSoftwarePlatformUtils::getIncludePaths(std::string platformUniqueName, std::string configName,
                                                        std::string processorGroupName, std::string osName) {
-    const HZEPProcessorGroup* group = findGroup(platformUniqueName, configName, processorGroupName, osName);
-    return group ? group->getIncludePaths() : "";
+    return pathsOfGroup(getSystemConfigurationByUniqueName(platformUniqueName, configName), processorGroupName, osName,
+                        &HZEPProcessorGroup::getIncludePaths);
 }
 
 std::string HZEPSoftwarePlatformUtils::getLibraryPaths(std::string platformUniqueName, std::string configName,
                                                        std::string processorGroupName, std::string osName) {
-    const HZEPProcessorGroup* group = findGroup(platformUniqueName, configName, processorGroupName, osName);
-    return group ? group->getLibraryPaths() : "";
+    return pathsOfGroup(getSystemConfigurationByUniqueName(platformUniqueName, configName), processorGroupName, osName,
+                        &HZEPProcessorGroup::getLibraryPaths);
 }
