@@ -118,6 +118,29 @@ TEST_F(ArchiveLint, ChecksTheDocumentsInTheArchive) {
                             "'urn:tolvan:qd' [parse]"));
 }
 
+TEST_F(ArchiveLint, FollowsWhatTheEmulationGeneratorReads) {
+    const std::string hpfm = R"(<qd:repository xmlns:qd="urn:tolvan:qd" qd:name="h" qd:library="l" qd:version="1.0" qd:vendor="v">
+<qd:component qd:name="h" qd:library="l" qd:version="1.0" qd:vendor="v" qd:type="platform">
+<qd:busInterface qd:name="M0" qd:memport="MIG" qd:sptag="DDR[0]"><qd:addressSegment qd:index="0" qd:slr="SLR 0"/></qd:busInterface>
+<qd:busInterface qd:name="M1" qd:memport="S_AXI_GP" qd:sptag="GP[0]"/></qd:component></qd:repository>)";
+    const std::string json = R"({"files": [{"name": "p.hpfm", "type": "HPFM"}]})";
+    const std::string emulations = R"(<Root VersionMajor='1' VersionMinor='0'><Emulations><Emulation Name='a'><Files>
+<File Type='USER_PROP_JSON' Name='u.json'/></Files></Emulation></Emulations></Root>)";
+    const auto fill = [&](ZipBuilder& archive) {
+        archive.add("kar.json", json).add("p.hpfm", hpfm).add("emu/emu.xml", emulations).add("u.json", "{\"a\": \"$b\"}");
+    };
+    EXPECT_THAT(lint(fill), IsEmpty());
+    const Lines lines = lint([&](ZipBuilder& archive) {
+        fill(archive);
+        archive.add("kar.xml", "<Root VersionMajor='1' VersionMinor='0'/>");
+    });
+    EXPECT_THAT(lines, testing::IsSupersetOf(
+                           {"(p.hpfm):3: warning: \"sptag\": \"DDR[0]\" goes into Tcl as it is, where \"[\" has a meaning [tcl-text]",
+                            "(p.hpfm):3: warning: \"slr\": \"SLR 0\" goes into Tcl as it is, where \" \" has a meaning [tcl-text]",
+                            "(u.json):1: warning: \"a\": \"$b\" goes into Tcl as it is, where \"$\" has a meaning [tcl-text]"}));
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(), [](const auto& line) { return line.ends_with("[tcl-text]"); }), 3);
+}
+
 TEST_F(ArchiveLint, TellsWhatIsWrongWithTheArchive) {
     EXPECT_THAT(lint([](ZipBuilder& archive) { archive.add("readme.txt", "x"); }),
                 ElementsAre(":1: error: no member \"kar.json\" or \"kar.xml\" [no-metadata]"));

@@ -17,3 +17,4 @@ void addConvert(CLI::App& app, Session& session);
 void addRepair(CLI::App& app, Session& session);
 void addAdd(CLI::App& app, Session& session);
 void addVerify(CLI::App& app, Session& session);
+void addEmu(CLI::App& app, Session& session);

@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     addRepair(app, session);
     addAdd(app, session);
     addVerify(app, session);
+    addEmu(app, session);
 
     try {
         app.parse(argc, argv);
