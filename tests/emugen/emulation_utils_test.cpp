@@ -4,6 +4,7 @@
 // expected/ holds the scripts as they must be, data/ the property files that they are made of, with the test's directory as WORK.
 
 #include "../formats/DsaXmlSupport.h"
+#include "../formats/HpfmDocument.h"
 #include "HZEPEmulationUtils.h"
 #include "HostEnv.h"
 #include "HostErrors.h"
@@ -26,14 +27,11 @@ using Utils = HZEPEmulationUtils;
 
 namespace {
 
-constexpr const char* kHpfm = R"(<qd:repository xmlns:qd="urn:tolvan:qd" qd:name="h" qd:library="l" qd:version="1.0" qd:vendor="v">
-<qd:component qd:name="h" qd:library="l" qd:version="1.0" qd:vendor="v" qd:type="platform">
-<qd:busInterface qd:name="M0" qd:memport="MIG" qd:sptag="ddr">
+constexpr const char* kInterfaces = R"(<qd:busInterface qd:name="M0" qd:memport="MIG" qd:sptag="ddr">
 <qd:addressSegment qd:index="0" qd:auto="true" qd:sptag="bank0" qd:slr="SLR0" qd:maxMasters="15"/>
 <qd:addressSegment qd:index="1"/>
 </qd:busInterface>
-<qd:busInterface qd:name="M1" qd:memport="MIG" qd:sptag="HBM"/>
-</qd:component></qd:repository>)";
+<qd:busInterface qd:name="M1" qd:memport="MIG" qd:sptag="HBM"/>)";
 
 constexpr const char* kEmulations = R"(<Root VersionMajor="1" VersionMinor="0"><Emulations><Emulation Name="a"><Files>
 <File Type="PROP_JSON" Name="emu/prop.json"/><File Type="USER_PROP_JSON" Name="emu/user_prop.json"/>
@@ -99,7 +97,7 @@ protected:
         xml = edited(edited(xml, "Address0=\"1\"", "Address0=\"0\""), "Address2=\"3\"", "Address2=\"4276092928\"");
         return ZipBuilder(dir_.path("card.dsa"))
             .add("dsa.xml", xml)
-            .add("card.hpfm", kHpfm)
+            .add("card.hpfm", edited(kHpfm, between(kHpfm, "<qd:busInterface qd:busTypeRef", "<qd:nocConn"), kInterfaces))
             .add("boards/egret.xml", "<board/>")
             .add("emu/emu.xml", kEmulations)
             .add("emu/emu.bd", "an older one")

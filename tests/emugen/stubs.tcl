@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: Apache-2.0
+# SPDX-FileCopyrightText: the hzep platform authors
 # Stands in place of the tool's build scripts: makes the files that those make, and keeps in the block design what they were told.
 proc say {file text} {
     file mkdir [file dirname $file]

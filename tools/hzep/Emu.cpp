@@ -29,15 +29,22 @@ void generate(Session& session, const Options& options) {
     } catch (const std::exception& error) {
         throw Unusable(error.what());
     }
-    for (const HostMsg& message : session.takeErrors())
+    std::string conclusion = isDone ? "" : "no emulation platform can be made of it";
+    bool isBuildFault = false;
+    for (const HostMsg& message : session.takeErrors()) {
+        const std::string text = HostMsgMgr::getText(message);
         if (message.key == kNotBuilt) {
-            session.finish();
-            throw Negative(options.archive + ": " + HostMsgMgr::getText(message));
+            isBuildFault = true;
+            conclusion = text;
+        } else {
+            Session::say("error", text);
         }
-    if (!isDone) {
-        session.finish();
-        throw Unusable(options.archive + ": no emulation platform can be made of it");
     }
+    session.finish();
+    if (isBuildFault)
+        throw Negative(options.archive + ": " + conclusion);
+    if (!isDone)
+        throw Unusable(options.archive + ": " + conclusion);
     if (options.directory.empty())
         session.out() << options.archive << ": holds the emulation platform\n";
     else
