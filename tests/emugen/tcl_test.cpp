@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <iostream>
 #include <sstream>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -75,6 +76,12 @@ TEST(TclTasks, SurviveExit) {
     }
     EXPECT_EQ(eval("exit much"), "! Tcl: expected integer but got \"much\" (line 1)");
     EXPECT_EQ(eval("exit 1 2"), "! Tcl: wrong # args: should be \"exit ?returnCode?\" (line 1)");
+}
+
+TEST(TclTasks, RunOnAnyThread) {
+    std::string result;
+    std::thread([&] { result = eval("puts a; string repeat b 3"); }).join();
+    EXPECT_EQ(result, "bbb|a\n");
 }
 
 TEST(TclTasks, LeaveNothingBehind) {

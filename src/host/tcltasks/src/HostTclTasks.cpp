@@ -12,6 +12,8 @@
 #include <memory>
 #include <mutex>
 
+#include <unistd.h>
+
 namespace {
 
 /// Once a process. Tcl takes over the signal of broken pipes and the locale, which stay the host's.
@@ -25,6 +27,18 @@ void startTcl() {
         std::setlocale(LC_ALL, locale.c_str());
         ::sigaction(SIGPIPE, &brokenPipe, nullptr);
     });
+}
+
+/// Gives back what Tcl keeps for a thread when the thread ends. That of the process is left to its end, since Tcl may be the host itself.
+void watchThread() {
+    struct End {
+        ~End() {
+            if (::gettid() != ::getpid())
+                Tcl_FinalizeThread();
+        }
+    };
+    static thread_local const End end;
+    static_cast<void>(end);
 }
 
 struct DeleteInterpreter {
@@ -59,6 +73,7 @@ namespace host::tcltasks {
 
 std::string task_manager::eval_in_tcl(const std::string& script, std::chrono::seconds timeLimit) {
     startTcl();
+    watchThread();
     const ProcessState state;
     const TclOutput output;
     const Interpreter interpreter(Tcl_CreateInterp());
