@@ -136,7 +136,7 @@ TEST_F(ArchiveLint, FollowsWhatTheEmulationGeneratorReads) {
     Lines found;
     std::copy_if(lines.begin(), lines.end(), std::back_inserter(found), [](const auto& line) { return line.ends_with("[tcl-text]"); });
     EXPECT_THAT(found,
-                ElementsAre("(p.hpfm):13: warning: \"sptag\": \"HBM[0]\" goes into Tcl as it is, where \"[\" has a meaning [tcl-text]",
+                ElementsAre("(p.hpfm):15: warning: \"sptag\": \"HBM[0]\" goes into Tcl as it is, where \"[\" has a meaning [tcl-text]",
                             "(u.json):1: warning: \"a\": \"$b\" goes into Tcl as it is, where \"$\" has a meaning [tcl-text]"));
 }
 
