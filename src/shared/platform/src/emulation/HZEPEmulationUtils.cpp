@@ -45,7 +45,8 @@ std::string getBaseName(const std::string& archive) {
 }
 
 std::string getPropertyScript(const std::string& outDir, const std::string& propName) {
-    return (fs::path(outDir) / propName / kPropertyScript).string();
+    // A name that begins with "/" is one below the folder too.
+    return (fs::path(outDir) / fs::path(propName).relative_path() / kPropertyScript).string();
 }
 
 /// An executable file of what `write` puts into the stream.
