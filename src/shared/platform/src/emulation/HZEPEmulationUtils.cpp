@@ -45,8 +45,10 @@ std::string getBaseName(const std::string& archive) {
 }
 
 std::string getPropertyScript(const std::string& outDir, const std::string& propName) {
-    // A name that begins with "/" is one below the folder too.
-    return (fs::path(outDir) / fs::path(propName).relative_path() / kPropertyScript).string();
+    const fs::path name = propName;
+    // Below a folder a name that begins with "/" stays below it.
+    const fs::path folder = outDir.empty() ? name : fs::path(outDir) / name.relative_path();
+    return (folder / kPropertyScript).string();
 }
 
 /// An executable file of what `write` puts into the stream.
