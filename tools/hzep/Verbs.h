@@ -26,3 +26,4 @@ void addMda(CLI::App& app, Session& session);
 void addList(CLI::App& app, Session& session);
 void addInfo(CLI::App& app, Session& session);
 void addCheck(CLI::App& app, Session& session);
+void addEmu(CLI::App& app, Session& session);

@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
     addList(app, session);
     addInfo(app, session);
     addCheck(app, session);
+    addEmu(app, session);
 
     try {
         app.parse(argc, argv);

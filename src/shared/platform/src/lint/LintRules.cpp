@@ -42,6 +42,8 @@ constexpr Row kRows[] = {
     {lint::Rule::NoRoomInXml,
      {"no-room-in-xml", Lint::Warning, "A number that the JSON metadata hold and the XML ones don't is cut when those are written."}},
     {lint::Rule::NotAFlag, {"not-a-flag", Lint::Warning, "A text other than \"true\" and \"false\" is read as false."}},
+    {lint::Rule::TclText,
+     {"tcl-text", Lint::Warning, "A value goes into the emulation scripts as it is: what has a meaning in Tcl changes or breaks them."}},
     {lint::Rule::MoreFindings, {"more-findings", Lint::Warning, "A document with very many findings is not listed to its end."}},
 };
 

@@ -33,6 +33,7 @@ enum class Rule {
     TooWide,
     NoRoomInXml,
     NotAFlag,
+    TclText,
     MoreFindings
 };
 
