@@ -25,10 +25,10 @@ inline jstring widen(JNIEnv* jenv, const std::string& text) {
 }
 
 /// To UTF-8, half a surrogate pair becoming U+FFFD. Null is refused: a NullPointerException is pending, and the answer is false.
-inline bool toNarrow(JNIEnv* jenv, jstring text, const char* type, std::string& out) {
+inline bool toNarrow(JNIEnv* jenv, jstring text, std::string& out) {
     if (!text) {
         if (const jclass thrown = jenv->FindClass("java/lang/NullPointerException"))
-            jenv->ThrowNew(thrown, ("null " + std::string(type)).c_str());
+            jenv->ThrowNew(thrown, "null string");
         return false;
     }
     const jsize size = jenv->GetStringLength(text);

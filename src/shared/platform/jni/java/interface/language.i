@@ -33,6 +33,14 @@
     }
 %enddef
 
+%typemap(in) SWIGTYPE & %{
+    $1 = *($&1_ltype)&$input;
+    if (!$1) {
+        SWIG_JavaThrowException(jenv, SWIG_JavaNullPointerException, "$1_type reference is null");
+        return $null;
+    }
+%}
+
 // Strings: narrow text is UTF-8. Results cross the boundary with each byte widened, and the Java side reads them as UTF-8 again.
 %typemap(jni) std::string, const std::string & "jstring"
 %typemap(jtype) std::string, const std::string & "String"
@@ -42,11 +50,11 @@
     return NativeText.fromWidenedBytes($jnicall);
   }
 %typemap(in) std::string {
-    if (!hzep_java::toNarrow(jenv, $input, "std::string", $1))
+    if (!hzep_java::toNarrow(jenv, $input, $1))
         return $null;
 }
 %typemap(in) const std::string & (std::string text) {
-    if (!hzep_java::toNarrow(jenv, $input, "std::string const &", text))
+    if (!hzep_java::toNarrow(jenv, $input, text))
         return $null;
     $1 = &text;
 }
