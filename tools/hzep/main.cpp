@@ -16,6 +16,10 @@ int main(int argc, char** argv) {
 
     Session session;
     addShow(app, session);
+    addGet(app, session);
+    addKeys(app, session);
+    addDict(app, session);
+    addDoc(app, session);
     addFiles(app, session);
     addExtract(app, session);
     addPack(app, session);
@@ -24,6 +28,9 @@ int main(int argc, char** argv) {
     addRepair(app, session);
     addAdd(app, session);
     addVerify(app, session);
+    addList(app, session);
+    addInfo(app, session);
+    addCheck(app, session);
 
     try {
         app.parse(argc, argv);
@@ -33,6 +40,8 @@ int main(int argc, char** argv) {
         return app.exit(error, session.out(), std::cerr) == 0 ? 0 : 2;
     } catch (const Findings& findings) {
         Session::say("lint", findings.what());
+        return 1;
+    } catch (const Answered&) {
         return 1;
     } catch (const Negative& error) {
         Session::say("error", error.what());

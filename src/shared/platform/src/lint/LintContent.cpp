@@ -4,6 +4,7 @@
 #include "HPLMemory.h"
 #include "HPLPlatform.h"
 #include "HZEPDevice.h"
+#include "HZEPNearNames.h"
 #include "LintNumbers.h"
 #include "LintText.h"
 
@@ -268,7 +269,7 @@ private:
         if (!isFound)
             findings_.add(Rule::DanglingDefault, chosen->line,
                           lint::quote(chosen->name) + ": there is no " + choice.what + " " + lint::quote(chosen->value) +
-                              lint::suggest(chosen->value, names));
+                              HZEPNearNames::suggest(chosen->value, names, 1));
     }
 
     void checkNumbers(const Node& node) {

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "../emulation/EmulationJsonKeys.h"
 #include "../formats/DsaJsonPlatformKeys.h"
+#include "HZEPNearNames.h"
 #include "LintNumbers.h"
 #include "LintText.h"
 
@@ -42,7 +43,7 @@ public:
                 checkValue(child, *key->second);
             else
                 findings_.add(Rule::UnknownKey, child.line,
-                              "key " + lint::quote(child.name) + " is not known here" + lint::suggest(child.name, table.names));
+                              "key " + lint::quote(child.name) + " is not known here" + HZEPNearNames::suggest(child.name, table.names, 1));
         }
     }
 
