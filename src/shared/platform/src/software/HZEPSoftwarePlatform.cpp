@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPSoftwarePlatform.h"
 
+#include "../foundations/OnceList.h"
 #include "HZEPProcessorGroup.h"
 #include "HZEPSystemConfig.h"
 #include "JSONListWriter.h"
@@ -12,25 +13,10 @@
 #include <algorithm>
 #include <initializer_list>
 #include <memory>
-#include <unordered_set>
 
 using boost::algorithm::iequals;
 
 namespace {
-
-/// Appends texts to a list that keeps each text once.
-class OnceList {
-public:
-    explicit OnceList(std::vector<std::string>& out) : out_(out), seen_(out.begin(), out.end()) {}
-    void add(const std::string& text) {
-        if (seen_.insert(text).second)
-            out_.push_back(text);
-    }
-
-private:
-    std::vector<std::string>& out_;
-    std::unordered_set<std::string> seen_;
-};
 
 using GetRuntimes = void (HZEPSystemConfig::*)(HostVector<std::string>&) const;
 
