@@ -46,6 +46,17 @@ inline bool toNarrow(JNIEnv* jenv, jstring text, std::string& out) {
     return true;
 }
 
+/// The text in an array of one; false, with an exception pending, for null and for any other array.
+inline bool readElement(JNIEnv* jenv, jobjectArray array, std::string& out) {
+    const auto element = static_cast<jstring>(jenv->GetObjectArrayElement(array, 0));
+    return !jenv->ExceptionCheck() && toNarrow(jenv, element, out);
+}
+
+inline void writeElement(JNIEnv* jenv, jobjectArray array, const std::string& text) {
+    if (const jstring element = widen(jenv, text))
+        jenv->SetObjectArrayElement(array, 0, element);
+}
+
 /// Leaves an exception of that class pending, built through its constructor from a text.
 inline void throwNew(JNIEnv* jenv, const char* className, const std::string& text) {
     jenv->ExceptionClear();

@@ -45,3 +45,4 @@ HZEP_LIST(HZEPDevice, ZEPDeviceVector, ZEPDeviceIter)
 %template(ZEPDesignIPInstanceVector) std::vector< HZEPDesignIPInstance * >;
 %template(HZEPVcePartitionVector) std::vector< HZEPVcePartition >;
 %template(StringMap) std::map< std::string, std::string >;
+%template(StringSet) std::set< std::string >;

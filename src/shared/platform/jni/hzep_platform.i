@@ -11,3 +11,5 @@
 %include "software.i"
 %include "hardware.i"
 %include "platform.i"
+%include "queries.i"
+%include "services.i"

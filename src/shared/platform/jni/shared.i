@@ -30,6 +30,7 @@
 #include <boost/property_tree/ptree.hpp>
 
 #include <map>
+#include <set>
 #include <sstream>
 #include <vector>
 %}

@@ -140,3 +140,20 @@ HZEP_RESULT_HANDLE(keep)
 %typemap(out) type * "*(type **)&$result = hzep_script::detach($1);"
 HZEP_OWN_RESULT(type *)
 %enddef
+
+// An argument that is read and written, whether something was found or why not, is an array of one in Java.
+%typemap(jni) std::string &reason "jobjectArray"
+%typemap(jtype) std::string &reason "String[]"
+%typemap(jstype) std::string &reason "String[]"
+%typemap(javain, pre="    NativeText.checkInOut($javainput);", post="      NativeText.decodeInOut($javainput);") std::string &reason "$javainput"
+%typemap(in) std::string &reason (std::string text) {
+    if (!hzep_java::readElement(jenv, $input, text))
+        return $null;
+    $1 = &text;
+}
+%typemap(argout) std::string &reason "hzep_java::writeElement(jenv, $input, *$1);"
+%typemap(freearg) std::string &reason ""
+%typemap(check) std::string &reason ""
+%typemap(typecheck, precedence=SWIG_TYPECHECK_STRING_ARRAY) std::string &reason ""
+%include "typemaps.i"
+%apply bool &INOUT { bool &ok };

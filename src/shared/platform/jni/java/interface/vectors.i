@@ -47,4 +47,17 @@ public:
     }
 };
 
+template <class T>
+class set {
+    HZEP_COPIED_RESULT(std::set< T >)
+public:
+    set();
+    %extend {
+        int size() const { return static_cast<int>($self->size()); }
+        bool contains(const T& item) const { return $self->count(item) != 0; }
+        void add(const T& item) { $self->insert(item); }
+        std::vector< T > items() const { return {$self->begin(), $self->end()}; }
+    }
+};
+
 } // namespace std

@@ -22,4 +22,21 @@ final class NativeText {
       return widened;
     }
   }
+
+  /** An argument that is read and written is an array of one; an element of null counts as an empty text. */
+  static void checkInOut(String[] argument) {
+    if (argument == null) {
+      throw new NullPointerException("array null");
+    }
+    if (argument.length == 0) {
+      throw new IndexOutOfBoundsException("Array must contain at least 1 element");
+    }
+    if (argument[0] == null) {
+      argument[0] = "";
+    }
+  }
+
+  static void decodeInOut(String[] argument) {
+    argument[0] = fromWidenedBytes(argument[0]);
+  }
 }
