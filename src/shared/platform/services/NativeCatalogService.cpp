@@ -160,7 +160,7 @@ bool NativeCatalogService::getPlatformInfo_(PlatformLoader* loader, ptree& out, 
         putHpfmFile(out, "hpfmFile", *hardware);
         putClockCount(out, "systemClockCount", *hardware);
     } else {
-        out.put("systemClockCount", "0");
+        out.put("systemClockCount", std::string("0"));
     }
     out.put("partArchitecture", hardware ? hardware->getFpgaPart() : "");
 
