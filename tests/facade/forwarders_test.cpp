@@ -151,10 +151,10 @@ TEST(Facade, AnswersNeutrallyWithoutAPlatformAndAsThePlatformWithOne) {
     HZEPHardwareBusInterface* memory = other.hardware->addBusInterface();
     memory->setMemPort("memss");
     memory->setSPTag("HBM");
-    for (const std::string index : {"7", "8"}) {
+    for (const unsigned index : {7U, 8U}) {
         HZEPHardwareAddressSegment* bank = memory->addAddressSegment();
         bank->setIndex(index);
-        bank->setSLR("SLR" + index);
+        bank->setSlr("SLR" + std::to_string(index));
     }
     const Helper fixed(&other.platform);
 

@@ -124,6 +124,19 @@ TEST(Board, SizesAndDepthsHaveLimits) {
                                        "': larger than the limit of 1048576 bytes"));
 }
 
+TEST(Board, NoMoreFilesAreReadThanTheLimit) {
+    TempDir dir;
+    for (std::size_t i = 0; i < HostBoardDataManager::kMaxFiles; ++i)
+        dir.write("b" + std::to_string(i) + ".board.json", boardText("b" + std::to_string(i)));
+    const std::string past = dir.write("past.board.json", boardText("past"));
+    dir.write("z/past_too.board.json", boardText("past_too"));
+    MessageLog log;
+    HostBoardDataManager manager;
+    manager.setBoardPartRepoPaths({dir.path()});
+    EXPECT_EQ(manager.getBoards().size(), HostBoardDataManager::kMaxFiles);
+    EXPECT_THAT(log.lines, ElementsAre("warning|@75-4@%s%s|" + past + "|4000"));
+}
+
 TEST(Board, OfTwoBoardsOfAnIdTheFirstCounts) {
     TempDir dir;
     const std::string first = dir.write("one/x.board.json", boardText("x"));

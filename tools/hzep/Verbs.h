@@ -24,3 +24,5 @@ void addVerify(CLI::App& app, Session& session);
 void addList(CLI::App& app, Session& session);
 void addInfo(CLI::App& app, Session& session);
 void addCheck(CLI::App& app, Session& session);
+void addLabels(CLI::App& app, Session& session);
+void addMda(CLI::App& app, Session& session);

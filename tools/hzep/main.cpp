@@ -31,6 +31,8 @@ int main(int argc, char** argv) {
     addList(app, session);
     addInfo(app, session);
     addCheck(app, session);
+    addLabels(app, session);
+    addMda(app, session);
 
     try {
         app.parse(argc, argv);

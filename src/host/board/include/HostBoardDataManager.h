@@ -20,7 +20,7 @@ public:
     /// Largest board file that is read, in bytes; levels of directories below a path; files that are read altogether.
     static constexpr std::size_t kMaxFileSize = 1 << 20;
     static constexpr std::size_t kMaxDepth = 6;
-    static constexpr std::size_t kMaxFiles = 10000;
+    static constexpr std::size_t kMaxFiles = 4000;
 
     HostBoardDataManager();
     ~HostBoardDataManager();

@@ -30,7 +30,7 @@ public:
     explicit HZEPPlatformHelper(HZEPPlatform* platform);
     /// Loads the file of that name, if there is one, and keeps its platform alive; nothing is raised, and a file that doesn't load
     /// leaves the helper not valid. Without such a file, the platform that the global manager finds by that name.
-    HZEPPlatformHelper(const std::string& name, std::vector<std::string> boardRepoPaths);
+    HZEPPlatformHelper(const std::string& name, const std::vector<std::string>& boardRepoPaths);
     virtual ~HZEPPlatformHelper();
     HZEPPlatformHelper(const HZEPPlatformHelper&) = delete;
     HZEPPlatformHelper& operator=(const HZEPPlatformHelper&) = delete;
@@ -58,6 +58,7 @@ public:
     std::string getPlatformBaseName() const { return ask_(&HZEPPlatform::getPlatformBaseName); }
     std::string getSoftwarePlatformFile() const { return ask_(&HZEPPlatform::getSoftwarePlatformFile); }
     void getTargetCategories(std::vector<std::string>& out) const { ask_(&HZEPPlatform::getTargetCategories, out); }
+    /// What the platform itself lists; no board file is asked.
     bool hasDimmConnectors() const { return ask_(&HZEPPlatform::hasDimmConnectors); }
     void getDimmConnectors(std::vector<std::string>& out) const { ask_(&HZEPPlatform::getDimmConnectors, out); }
 

@@ -13,8 +13,8 @@
 
 HZEPPlatformHelper::HZEPPlatformHelper(HZEPPlatform* platform) : platform_(platform) {}
 
-HZEPPlatformHelper::HZEPPlatformHelper(const std::string& name, std::vector<std::string> boardRepoPaths) {
-    setBoardRepoPaths(std::move(boardRepoPaths));
+HZEPPlatformHelper::HZEPPlatformHelper(const std::string& name, const std::vector<std::string>& boardRepoPaths) {
+    setBoardRepoPaths(boardRepoPaths);
     if (!HostFile::exists(name)) {
         platform_ = HZEPPlatformMgr::getGlobal()->getPlatform(name);
         return;
