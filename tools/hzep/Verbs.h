@@ -26,3 +26,4 @@ void addInfo(CLI::App& app, Session& session);
 void addCheck(CLI::App& app, Session& session);
 void addLabels(CLI::App& app, Session& session);
 void addMda(CLI::App& app, Session& session);
+void addEmu(CLI::App& app, Session& session);

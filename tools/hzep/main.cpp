@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
     addCheck(app, session);
     addLabels(app, session);
     addMda(app, session);
+    addEmu(app, session);
 
     try {
         app.parse(argc, argv);

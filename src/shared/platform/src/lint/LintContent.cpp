@@ -64,6 +64,7 @@ constexpr Identity kIdentities[] = {
     {{Kind::ArchiveXml, "Images", "Img"}, "Type", "image", Compared::AsText, Wins::Last},
     {{Kind::EmulationJson, "emulations", ""}, "name", "emulation"},
     {{Kind::EmulationXml, "Emulations", "Emulation"}, "Name", "emulation"},
+    {{Kind::PropertyFile, "DesignIpInstances", ""}, "VLNV", "IP instance", Compared::AsText, Wins::Last},
 };
 
 /// A choice among the things below the node that makes it.
@@ -90,9 +91,13 @@ struct Needed {
 };
 
 constexpr Needed kNeeded[] = {
-    {{Kind::ArchiveJson, "devices", ""}, "core"},       {{Kind::EmulationJson, "emulations", ""}, "name"},
-    {{Kind::EmulationJson, "emulations", ""}, "files"}, {{Kind::EmulationJson, "files", ""}, "type"},
+    {{Kind::ArchiveJson, "devices", ""}, "core"},
+    {{Kind::EmulationJson, "emulations", ""}, "name"},
+    {{Kind::EmulationJson, "emulations", ""}, "files"},
+    {{Kind::EmulationJson, "files", ""}, "type"},
     {{Kind::EmulationJson, "files", ""}, "name"},
+    {{Kind::PropertyFile, "DesignIpInstances", ""}, "VLNV"},
+    {{Kind::PropertyFile, "DesignIpInstances", ""}, "Configuration"},
 };
 
 /// Numbers that a document keeps as text, or whose schema has more room than the model.
@@ -377,7 +382,7 @@ const std::string& Node::get(std::string_view child) const {
 }
 
 bool isJson(Kind kind) {
-    return kind == Kind::ArchiveJson || kind == Kind::EmulationJson || kind == Kind::ExtensionJson;
+    return kind == Kind::ArchiveJson || kind == Kind::EmulationJson || kind == Kind::ExtensionJson || kind == Kind::PropertyFile;
 }
 
 void checkContent(const Node& root, Kind kind, Findings& findings) {

@@ -32,6 +32,7 @@ enum class Rule {
     HexInDecimal,
     TooWide,
     NotAFlag,
+    TclText,
     MoreFindings
 };
 
