@@ -34,6 +34,9 @@ int main(int argc, char** argv) {
     addEmu(app, session);
     addLabels(app, session);
     addMda(app, session);
+    addEmu(app, session);
+    addHdf2dsa(app, session);
+    addFixedKar(app, session);
 
     try {
         app.parse(argc, argv);
