@@ -3,6 +3,7 @@
 
 // Each file in broken/ has one defect and is named for it; expected.txt holds every finding in each, as the program prints them.
 
+#include "../formats/HpfmDocument.h"
 #include "Rendered.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
@@ -116,6 +117,27 @@ TEST_F(ArchiveLint, ChecksTheDocumentsInTheArchive) {
                             "(x.json):2: error: expected key string [parse]",
                             "(p.hpfm):1: error: element 'a': the document element must be 'qd:repository' of the namespace "
                             "'urn:tolvan:qd' [parse]"));
+}
+
+TEST_F(ArchiveLint, FollowsWhatTheEmulationGeneratorReads) {
+    std::string hpfm = kHpfm;
+    hpfm.insert(hpfm.find("<qd:nocConn"), R"(<qd:busInterface qd:name="M1" qd:memport="S_AXI_GP" qd:sptag="GP[0]"/>)");
+    const std::string json = R"({"files": [{"name": "p.hpfm", "type": "HPFM"}]})";
+    const std::string emulations = R"(<Root VersionMajor='1' VersionMinor='0'><Emulations><Emulation Name='a'><Files>
+<File Type='USER_PROP_JSON' Name='u.json'/></Files></Emulation></Emulations></Root>)";
+    const auto fill = [&](ZipBuilder& archive) {
+        archive.add("kar.json", json).add("p.hpfm", hpfm).add("emu/emu.xml", emulations).add("u.json", "{\"a\": \"$b\"}");
+    };
+    EXPECT_THAT(lint(fill), IsEmpty());
+    const Lines lines = lint([&](ZipBuilder& archive) {
+        fill(archive);
+        archive.add("kar.xml", "<Root VersionMajor='1' VersionMinor='0'/>");
+    });
+    Lines found;
+    std::copy_if(lines.begin(), lines.end(), std::back_inserter(found), [](const auto& line) { return line.ends_with("[tcl-text]"); });
+    EXPECT_THAT(found,
+                ElementsAre("(p.hpfm):15: warning: \"sptag\": \"HBM[0]\" goes into Tcl as it is, where \"[\" has a meaning [tcl-text]",
+                            "(u.json):1: warning: \"a\": \"$b\" goes into Tcl as it is, where \"$\" has a meaning [tcl-text]"));
 }
 
 TEST_F(ArchiveLint, TellsWhatIsWrongWithTheArchive) {

@@ -4,22 +4,17 @@
 #include "Verbs.h"
 
 #include "HZEPHardwarePlatform.h"
+#include "HZEPNearNames.h"
 #include "HZEPPfmFileTypes.h"
 #include "HostFile.h"
 #include "HostZip.h"
 #include "HostZipUpdate.h"
 
-#include <algorithm>
-#include <boost/algorithm/string/case_conv.hpp>
 #include <memory>
-#include <numeric>
 
 using zep_platform::PlatformLoader;
 
 namespace {
-
-constexpr std::size_t kMaxTypeLength = 64;
-constexpr std::size_t kMaxEdits = 2;
 
 struct Options {
     std::string archive;
@@ -28,37 +23,13 @@ struct Options {
     std::string source;
 };
 
-std::size_t countEdits(const std::string& from, const std::string& to) {
-    std::vector<std::size_t> row(to.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        std::size_t diagonal = row[0]++;
-        for (std::size_t j = 0; j < to.size(); ++j) {
-            const std::size_t changed = diagonal + (from[i] != to[j]);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({changed, diagonal + 1, row[j] + 1});
-        }
-    }
-    return row.back();
-}
-
-/// The types of the vocabulary that look like the text, as one list; "" when none does.
-std::string findNearTypes(const std::string& text) {
-    if (text.size() > kMaxTypeLength)
-        return "";
-    const std::string sought = boost::to_upper_copy(text);
-    std::string near;
-    for (const auto& [type, name] : HZEPPfmFileTypes::getFileTypeMap())
-        if (countEdits(sought, name) <= kMaxEdits)
-            near += (near.empty() ? "" : ", ") + name;
-    return near;
-}
-
 void warnOfUnknownType(const std::string& type) {
     if (HZEPPfmFileTypes::toFileType(type) != HZEPPfmFileTypes::UNKNOWN_FILE_TYPE)
         return;
-    const std::string near = findNearTypes(type);
-    Session::say("warning", "\"" + type + "\" is no known file type" + (near.empty() ? "" : "; near it are: " + near));
+    std::vector<std::string> known;
+    for (const auto& [value, name] : HZEPPfmFileTypes::getFileTypeMap())
+        known.push_back(name);
+    Session::say("warning", "\"" + type + "\" is no known file type" + HZEPNearNames::suggest(type, known));
 }
 
 void add(Session& session, const Options& options) {

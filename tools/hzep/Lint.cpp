@@ -107,7 +107,7 @@ void addLint(CLI::App& app, Session& session) {
     auto options = std::make_shared<Options>();
     CLI::App* verb =
         app.add_subcommand("lint", "Tell what is wrong in platform, software and hardware files, archives and emulation files");
-    verb->add_option("FILE", options->files, "Files of any kind: .zpfm, .spfm, .hpfm, .dsa, .kar, hw_emu.json, hw_emu.xml");
+    verb->add_option("FILE", options->files, "Files of any kind: .zpfm, .spfm, .hpfm, .dsa, .kar, hw_emu.json, hw_emu.xml, prop.json");
     verb->add_flag("--json", options->isJson, "One JSON document in place of lines");
     verb->add_flag("--rules", options->listsRules, "List the rules: id, severity, and why it matters");
     verb->footer("A finding is a line 'FILE:LINE: severity: text [rule]', for a member of an archive 'FILE(MEMBER):LINE: ...'.\n"

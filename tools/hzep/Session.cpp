@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <unistd.h>
 #include <utility>
 
@@ -106,9 +107,9 @@ bool Session::isTerminal() {
 }
 
 void Session::forwardMessages() {
-    for (const HostMsg& message : messages_)
-        say(HostMsgMgr::getSeverityName(message.severityMask), HostMsgMgr::getText(message));
-    messages_.clear();
+    for (const HostMsg& message : std::exchange(messages_, {}))
+        if (const std::string text = HostMsgMgr::getText(message); said_.insert(text).second)
+            say(HostMsgMgr::getSeverityName(message.severityMask), text);
 }
 
 std::vector<HostMsg> Session::takeErrors() {
@@ -119,8 +120,7 @@ std::vector<HostMsg> Session::takeErrors() {
     return taken;
 }
 
-template <class Read>
-auto Session::read(const std::string& path, Read read) {
+void Session::ask(const std::string& path, const std::function<bool()>& question) {
     if (path.empty())
         throw Unusable("the path is empty");
     if (!HostFile::exists(path))
@@ -128,10 +128,10 @@ auto Session::read(const std::string& path, Read read) {
     if (HostFile::isDir(path))
         throw Unusable(path + ": is a directory; a platform file, an archive or a software file was expected");
     try {
-        if (auto result = read()) {
-            forwardMessages();
-            return result;
-        }
+        const bool isAnswered = question();
+        if (isAnswered &&
+            std::none_of(messages_.begin(), messages_.end(), [](const HostMsg& message) { return message.key == kNotLoaded; }))
+            return forwardMessages();
     } catch (const lmx60::c_lmx_exception& error) {
         throw Unusable(describeFailure(path, error.what()));
     } catch (const std::exception& error) {
@@ -142,15 +142,27 @@ auto Session::read(const std::string& path, Read read) {
 }
 
 std::shared_ptr<HZEPPlatform> Session::load(const std::string& path, PlatformLoader::HwMetadataMode mode) {
-    return read(path, [&] { return PlatformLoader(path, mode).load(); });
+    std::shared_ptr<HZEPPlatform> platform;
+    ask(path, [&] { return (platform = PlatformLoader(path, mode).load()) != nullptr; });
+    return platform;
+}
+
+PlatformLoader Session::open(const std::string& path, PlatformLoader::HwMetadataMode mode) {
+    std::optional<PlatformLoader> loader;
+    ask(path, [&] { return loader.emplace(path, mode).load() != nullptr; });
+    return *std::move(loader);
 }
 
 std::string Session::getDocument(const std::string& path, bool isShort) {
-    const auto document = read(path, [&] {
-        char* text = isShort ? hzep_get_short_platform_json(path.c_str()) : hzep_get_platform_json(path.c_str());
-        return std::unique_ptr<char, decltype(&hzep_free_json_string)>(text, &hzep_free_json_string);
+    std::string document;
+    ask(path, [&] {
+        char* const text = isShort ? hzep_get_short_platform_json(path.c_str()) : hzep_get_platform_json(path.c_str());
+        const std::unique_ptr<char, decltype(&hzep_free_json_string)> owner(text, &hzep_free_json_string);
+        if (text)
+            document = text;
+        return text != nullptr;
     });
-    return document.get();
+    return document;
 }
 
 // One line out of what was gathered: path, line, the causes in the order they were met, then what they led to.

@@ -7,8 +7,10 @@
 #include "HostMsgMgr.h"
 #include "PlatformLoader.h"
 
+#include <functional>
 #include <memory>
 #include <ostream>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -23,6 +25,12 @@ public:
 class Findings : public Negative {
 public:
     using Negative::Negative;
+};
+
+/// The answer is no, and is printed already.
+class Answered : public Negative {
+public:
+    Answered() : Negative("") {}
 };
 
 /// Wrong usage, or input that can't be read. Exit status 2.
@@ -52,6 +60,14 @@ public:
     std::shared_ptr<HZEPPlatform>
     load(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
 
+    /// The same with its loader, for services that ask one.
+    zep_platform::PlatformLoader
+    open(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
+
+    /// Asks the library about the file at the path. Raises Unusable as load does when the question answers false or raises, or when
+    /// a loader said meanwhile that it failed.
+    void ask(const std::string& path, const std::function<bool()>& question);
+
     /// What the C entry point returns for the path. Raises Unusable as load does.
     std::string getDocument(const std::string& path, bool isShort);
 
@@ -62,12 +78,11 @@ public:
     static bool isTerminal();
 
 private:
-    template <class Read>
-    auto read(const std::string& path, Read read);
     std::string describeFailure(const std::string& path, const std::string& conclusion);
     void forwardMessages();
 
     std::ostream out_;
     HostMsgMgr::Sink earlierSink_;
     std::vector<HostMsg> messages_;
+    std::set<std::string> said_; // a warning that every platform of a list gives is said once
 };

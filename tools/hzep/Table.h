@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-/// Rows of text: aligned under a heading for a person, one tab between the columns and no heading for a program.
+/// Rows of text. For a person they are aligned under a heading and fit the terminal: the last column is broken into lines, and stands
+/// below its row where the columns before it leave no room. For a program there is one tab between the columns and no heading.
 class Table {
 public:
     explicit Table(std::vector<std::string> heading);
@@ -16,6 +17,8 @@ public:
     void print(std::ostream& out, bool forPerson) const;
 
 private:
+    void printFitting(std::ostream& out) const;
+
     std::vector<std::string> heading_;
     std::vector<std::vector<std::string>> rows_;
 };

@@ -16,14 +16,25 @@ int main(int argc, char** argv) {
 
     Session session;
     addShow(app, session);
+    addInfo(app, session);
+    addList(app, session);
+    addCheck(app, session);
+    addGet(app, session);
+    addKeys(app, session);
+    addDict(app, session);
+    addDoc(app, session);
+    addLint(app, session);
     addFiles(app, session);
     addExtract(app, session);
+    addAdd(app, session);
     addPack(app, session);
-    addLint(app, session);
+    addVerify(app, session);
     addConvert(app, session);
     addRepair(app, session);
-    addAdd(app, session);
-    addVerify(app, session);
+    addEmu(app, session);
+    addLabels(app, session);
+    addMda(app, session);
+    addEmu(app, session);
     addHdf2dsa(app, session);
     addFixedKar(app, session);
 
@@ -35,6 +46,8 @@ int main(int argc, char** argv) {
         return app.exit(error, session.out(), std::cerr) == 0 ? 0 : 2;
     } catch (const Findings& findings) {
         Session::say("lint", findings.what());
+        return 1;
+    } catch (const Answered&) {
         return 1;
     } catch (const Negative& error) {
         Session::say("error", error.what());

@@ -23,6 +23,10 @@ public:
     static std::string getMinor();
     static void setVersion(const std::string& major, const std::string& minor);
 
+    /// The product in whose name the tool runs; "" unless set.
+    static std::string getProductName();
+    static void setProductName(const std::string& name);
+
     /// Absolute path of a writable directory: the one set, else a private directory of this process (mode 0700), made on first
     /// call below $TMPDIR or else /tmp, and removed at exit; a forked process gets its own. Setting "" goes back to the private one.
     /// Raises HostError when none can be made.

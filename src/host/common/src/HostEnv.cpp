@@ -22,6 +22,7 @@ struct State {
     std::vector<std::string> roots;
     std::string major = "2021";
     std::string minor = "1";
+    std::string productName;
     std::string tmpDir;
     std::string privateTmpDir;
     pid_t privateTmpOwner = 0;
@@ -121,6 +122,16 @@ void HostEnv::setVersion(const std::string& major, const std::string& minor) {
     const std::lock_guard lock(state().mutex);
     state().major = major;
     state().minor = minor;
+}
+
+std::string HostEnv::getProductName() {
+    const std::lock_guard lock(state().mutex);
+    return state().productName;
+}
+
+void HostEnv::setProductName(const std::string& name) {
+    const std::lock_guard lock(state().mutex);
+    state().productName = name;
 }
 
 std::string HostEnv::getHostTmpDir() {

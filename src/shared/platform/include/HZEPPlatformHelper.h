@@ -152,6 +152,7 @@ public:
     void getCompatibleConnectors(const std::string& connector, std::vector<std::string>& out) const;
 
 private:
+#ifndef SWIG // it reads no member pointers among templates, and private ones are none of its business
     /// The object that an operation of class `Part` is asked of, null when it is missing.
     template <class Part>
     const Part* part_() const {
@@ -175,6 +176,7 @@ private:
     template <class Answer, class... Params>
     Answer askConnectors_(Answer (HZEPHardwarePlatform::*ofPlatform)(Params...) const, Answer (HPLBoard::*ofBoard)(Params...) const,
                           std::type_identity_t<Params>... args) const;
+#endif
 
     const HostBoard* getBaseBoard_(const HostBoardDataManager& boards) const;
     static const HostBoardComponent* getConnector_(const HostBoard& board, const std::string& name);

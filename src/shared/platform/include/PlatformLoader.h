@@ -31,8 +31,8 @@ public:
     explicit PlatformLoader(const std::string& path, HwMetadataMode mode = PreferAlternateJson);
 
     /// The platform with everything attached, shared with this loader; a second call gives the same object without work. Empty
-    /// when a step failed: the reason went out as a message, and this loader holds no platform any more, so that its getters may
-    /// not be called. Any exception but PlatformParseException passes through.
+    /// when a step failed: the reason went out as a message, this loader holds no platform any more, and its getters answer "".
+    /// Any exception but PlatformParseException passes through.
     std::shared_ptr<HZEPPlatform> load();
 
     /// The steps of load(), each doing nothing when its object is there already. They raise PlatformParseException and then leave

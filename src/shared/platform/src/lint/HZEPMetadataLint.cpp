@@ -3,7 +3,8 @@
 #include "HZEPMetadataLint.h"
 
 #include "../hardware/AsciiCase.h"
-#include "HZEPHardwarePlatform.h"
+#include "HPLPlatform.h"
+#include "HZEPEmulationUtils.h"
 #include "HostErrors.h"
 #include "HostFileUtils.h"
 #include "HostZip.h"
@@ -17,7 +18,6 @@
 #include <iterator>
 #include <optional>
 #include <set>
-#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -36,14 +36,22 @@ struct NamedKind {
     Kind kind;
 };
 constexpr NamedKind kExtensions[] = {{".zpfm", Kind::PlatformFile}, {".spfm", Kind::SoftwareFile}, {".hpfm", Kind::HardwareFile}};
-constexpr NamedKind kFileNames[] = {{"hw_emu.json", Kind::EmulationJson}, {"hw_emu.xml", Kind::EmulationXml},
-                                    {"kar.json", Kind::ArchiveJson},      {"alt_kar.json", Kind::ArchiveJson},
-                                    {"dsa.json", Kind::ArchiveJson},      {"alt_dsa.json", Kind::ArchiveJson},
-                                    {"kar.xml", Kind::ArchiveXml},        {"dsa.xml", Kind::ArchiveXml}};
+constexpr NamedKind kFileNames[] = {{"hw_emu.json", Kind::EmulationJson},
+                                    {"hw_emu.xml", Kind::EmulationXml},
+                                    {"kar.json", Kind::ArchiveJson},
+                                    {"alt_kar.json", Kind::ArchiveJson},
+                                    {"dsa.json", Kind::ArchiveJson},
+                                    {"alt_dsa.json", Kind::ArchiveJson},
+                                    {"kar.xml", Kind::ArchiveXml},
+                                    {"dsa.xml", Kind::ArchiveXml},
+                                    {"prop.json", Kind::PropertyFile},
+                                    {"user_prop.json", Kind::PropertyFile},
+                                    {"default_prop.json", Kind::PropertyFile}};
 /// Members that are documents themselves, by the type that a table of contents gives them.
 constexpr NamedKind kMemberTypes[] = {{"HPFM", Kind::HardwareFile},       {"EMU_HPFM", Kind::HardwareFile},
                                       {"EMU_JSON", Kind::EmulationJson},  {"EMU_XML", Kind::EmulationXml},
-                                      {"META_JSON", Kind::ExtensionJson}, {"EXT_META_JSON", Kind::ExtensionJson}};
+                                      {"META_JSON", Kind::ExtensionJson}, {"EXT_META_JSON", Kind::ExtensionJson},
+                                      {"PROP_JSON", Kind::PropertyFile},  {"USER_PROP_JSON", Kind::PropertyFile}};
 
 template <std::size_t Size>
 std::optional<Kind> findKind(const NamedKind (&table)[Size], const std::string& name) {
@@ -64,6 +72,10 @@ std::optional<Node> checkDocument(const std::string& text, Kind kind, Findings& 
     if (root) {
         lint::checkKeys(*root, kind, findings);
         lint::checkContent(*root, kind, findings);
+        if (kind == Kind::PropertyFile)
+            lint::checkProperties(*root, findings);
+        if (kind == Kind::PropertyFile || kind == Kind::ArchiveXml)
+            lint::checkTcl(*root, kind, findings);
     }
     return root;
 }
@@ -87,6 +99,12 @@ public:
                     "no member " + lint::quote(getMetadataNames(false).at(1)) + " or " + lint::quote(getMetadataNames(false).at(2)));
         for (const std::string& name : getMetadataNames(true))
             checkMember(name, name.ends_with(".xml") ? Kind::ArchiveXml : Kind::ArchiveJson);
+        // Emulation scripts are generated from XML metadata only, and then also from files that are found by their names.
+        isEmulated_ = std::any_of(checked_.begin(), checked_.end(), [](const std::string& name) { return name.ends_with(".xml"); });
+        if (isEmulated_) {
+            HPLPlatform platform;
+            waiting_.emplace_back(HZEPEmulationUtils::getEmuXmlFile(&platform), Kind::EmulationXml);
+        }
         while (!waiting_.empty()) {
             const auto [name, kind] = std::move(waiting_.front());
             waiting_.pop_front();
@@ -131,13 +149,16 @@ private:
             return;
         Findings findings(HZEPMetadataLint::makePrintable(name));
         try {
-            if (const std::optional<Node> root = checkDocument(HostZip::readMember(path_, name), kind, findings))
+            if (const std::optional<Node> root = checkDocument(HostZip::readMember(path_, name), kind, findings)) {
+                if (kind == Kind::HardwareFile && isEmulated_)
+                    lint::checkTcl(*root, kind, findings);
                 for (ListedFile& file : lint::listFiles(*root, kind)) {
                     if (!contains(file.name))
                         findings.add(Rule::MissingMember, file.line, "the archive has no member " + lint::quote(file.name));
                     if (const std::optional<Kind> listedKind = findKind(kMemberTypes, file.type))
                         waiting_.emplace_back(std::move(file.name), *listedKind);
                 }
+            }
         } catch (const HostError& error) {
             findings.add(Rule::UnreadableMember, 1, HZEPMetadataLint::makePrintable(getCause(error.what())));
         }
@@ -159,11 +180,13 @@ private:
     const std::string path_;
     const HostZipSession session_;
     const std::vector<HostZipEntry> entries_;
-    std::unordered_set<std::string> names_;
-    std::unordered_set<std::string> folders_;
+    // No hashes: names could be made to collide in them.
+    std::set<std::string> names_;
+    std::set<std::string> folders_;
     std::set<std::string> checked_;
     std::deque<std::pair<std::string, Kind>> waiting_;
     std::vector<Finding> found_;
+    bool isEmulated_ = false;
 };
 
 /// What a platform file names stands beside it, or below.

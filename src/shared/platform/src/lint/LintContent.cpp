@@ -4,10 +4,12 @@
 #include "HPLMemory.h"
 #include "HPLPlatform.h"
 #include "HZEPDevice.h"
+#include "HZEPNearNames.h"
 #include "LintNumbers.h"
 #include "LintText.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <exception>
 #include <limits>
 #include <unordered_map>
@@ -63,6 +65,7 @@ constexpr Identity kIdentities[] = {
     {{Kind::ArchiveXml, "Images", "Img"}, "Type", "image", Compared::AsText, Wins::Last},
     {{Kind::EmulationJson, "emulations", ""}, "name", "emulation"},
     {{Kind::EmulationXml, "Emulations", "Emulation"}, "Name", "emulation"},
+    {{Kind::PropertyFile, "DesignIpInstances", ""}, "VLNV", "IP instance", Compared::AsText, Wins::Last},
 };
 
 /// A choice among the things below the node that makes it.
@@ -89,9 +92,13 @@ struct Needed {
 };
 
 constexpr Needed kNeeded[] = {
-    {{Kind::ArchiveJson, "devices", ""}, "core"},       {{Kind::EmulationJson, "emulations", ""}, "name"},
-    {{Kind::EmulationJson, "emulations", ""}, "files"}, {{Kind::EmulationJson, "files", ""}, "type"},
+    {{Kind::ArchiveJson, "devices", ""}, "core"},
+    {{Kind::EmulationJson, "emulations", ""}, "name"},
+    {{Kind::EmulationJson, "emulations", ""}, "files"},
+    {{Kind::EmulationJson, "files", ""}, "type"},
     {{Kind::EmulationJson, "files", ""}, "name"},
+    {{Kind::PropertyFile, "DesignIpInstances", ""}, "VLNV"},
+    {{Kind::PropertyFile, "DesignIpInstances", ""}, "Configuration"},
 };
 
 /// Numbers that a document keeps as text, or whose schema has more room than the model.
@@ -160,6 +167,17 @@ void checkMemorySize(const Node& size, Findings& findings) {
         outcome = "can't be worked out";
     }
     findings.add(Rule::MemorySize, size.line, "memory size " + lint::quote(size.value) + " " + outcome + "; expected a form like \"16GB\"");
+}
+
+void checkComputeUnits(const Node& core, Findings& findings) {
+    constexpr long most = std::numeric_limits<std::uint8_t>::max();
+    const Node* units = core.find("numComputeUnits");
+    const long number = units ? std::strtol(units->value.c_str(), nullptr, 10) : 0;
+    // What is beyond the model's own field is cut before, which is another finding.
+    if (number > most && number <= std::numeric_limits<std::uint16_t>::max())
+        findings.add(Rule::NoRoomInXml, units->line,
+                     lint::quote(units->name) + ": " + lint::quote(units->value) + " is more than " + std::to_string(most) +
+                         ", which is the most that XML metadata hold");
 }
 
 constexpr Form kForms[] = {
@@ -268,7 +286,7 @@ private:
         if (!isFound)
             findings_.add(Rule::DanglingDefault, chosen->line,
                           lint::quote(chosen->name) + ": there is no " + choice.what + " " + lint::quote(chosen->value) +
-                              lint::suggest(chosen->value, names));
+                              HZEPNearNames::suggest(chosen->value, names, 1));
     }
 
     void checkNumbers(const Node& node) {
@@ -288,6 +306,8 @@ private:
     }
 
     void checkJson(const Node& node) {
+        if (node.name == "core")
+            checkComputeUnits(node, findings_);
         // The choice stands at the clock itself, and a clock without an id can't be it.
         const Node* earlier = nullptr;
         forEachAt({kind_, "systemClocks", ""}, node, kind_, [&](const Node& clock) {
@@ -376,7 +396,7 @@ const std::string& Node::get(std::string_view child) const {
 }
 
 bool isJson(Kind kind) {
-    return kind == Kind::ArchiveJson || kind == Kind::EmulationJson || kind == Kind::ExtensionJson;
+    return kind == Kind::ArchiveJson || kind == Kind::EmulationJson || kind == Kind::ExtensionJson || kind == Kind::PropertyFile;
 }
 
 void checkContent(const Node& root, Kind kind, Findings& findings) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "../emulation/EmulationJsonKeys.h"
+#include "../emulation/EmulationPropertyKeys.h"
 #include "../formats/DsaJsonPlatformKeys.h"
+#include "HZEPNearNames.h"
 #include "LintNumbers.h"
 #include "LintText.h"
 
@@ -29,20 +31,15 @@ public:
 
     void checkObject(const Node& object, Members membersOf) {
         const Table& table = getTable(membersOf);
-        std::unordered_map<std::string_view, std::size_t> seen;
+        lint::checkDuplicateKeys(object, findings_);
         for (const Node& child : object.children) {
             if (findings_.isFull())
                 return;
-            const auto [earlier, isFirst] = seen.try_emplace(child.name, child.line);
-            if (!isFirst)
-                findings_.add(Rule::DuplicateKey, child.line,
-                              "key " + lint::quote(child.name) + " comes again, line " + std::to_string(earlier->second) +
-                                  " has it too; only the first is read");
             if (const auto key = table.keys.find(child.name); key != table.keys.end())
                 checkValue(child, *key->second);
             else
                 findings_.add(Rule::UnknownKey, child.line,
-                              "key " + lint::quote(child.name) + " is not known here" + lint::suggest(child.name, table.names));
+                              "key " + lint::quote(child.name) + " is not known here" + HZEPNearNames::suggest(child.name, table.names, 1));
         }
     }
 
@@ -160,6 +157,15 @@ void checkHex(const Node& node, std::size_t bytes, Findings& findings) {
         findings.add(Rule::NotANumber, node.line, describe(node) + " is no number in base 16 and is read as 0");
 }
 
+void checkDuplicateKeys(const Node& object, Findings& findings) {
+    std::unordered_map<std::string_view, std::size_t> seen;
+    for (const Node& child : object.children)
+        if (const auto [earlier, isFirst] = seen.try_emplace(child.name, child.line); !isFirst)
+            findings.add(Rule::DuplicateKey, child.line,
+                         "key " + quote(child.name) + " comes again, line " + std::to_string(earlier->second) +
+                             " has it too; only the first is read");
+}
+
 void checkKeys(const Node& root, Kind kind, Findings& findings) {
     if (kind != Kind::ArchiveJson && kind != Kind::EmulationJson)
         return;
@@ -177,6 +183,9 @@ std::optional<Kind> recogniseJson(const std::string& text) {
         return std::nullopt;
     if (root->find(emulation_json::kEmulations))
         return Kind::EmulationJson;
+    for (const char* key : {emulation_properties::kBanks, emulation_properties::kInstances, emulation_properties::kClocks})
+        if (root->find(key))
+            return Kind::PropertyFile;
     return hasOneOf<dsa_json::kPlatformKeys>(*root) ? std::optional(Kind::ArchiveJson) : std::nullopt;
 }
 

@@ -31,7 +31,9 @@ enum class Rule {
     NotANumber,
     HexInDecimal,
     TooWide,
+    NoRoomInXml,
     NotAFlag,
+    TclText,
     MoreFindings
 };
 

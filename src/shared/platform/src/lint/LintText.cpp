@@ -2,19 +2,16 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "LintText.h"
 
-#include "../hardware/AsciiCase.h"
 #include "HZEPMetadataLint.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <numeric>
 
 namespace {
 
-/// Longest text that is shown, in bytes, and longest name that is compared.
+/// Longest text that is shown, in bytes.
 constexpr std::size_t kMaxShown = 120;
-constexpr std::size_t kMaxCompared = 48;
 
 /// Bytes of the character that begins here; 0 for what is no UTF-8.
 std::size_t readCharacter(std::string_view text, std::uint32_t& character) {
@@ -38,25 +35,6 @@ bool isPrintable(std::uint32_t c) {
     const bool turnsDirection = c == 0x61C || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069);
     const bool isTag = c == 0xFEFF || (c >= 0xE0000 && c < 0xE0080);
     return !isControl && !turnsLines && !turnsDirection && !isTag;
-}
-
-/// Insertions, deletions, changes and swaps of neighbours between the two, whatever the letter case.
-std::size_t getDistance(std::string_view a, std::string_view b) {
-    using Row = std::array<std::size_t, kMaxCompared + 1>;
-    Row before{}, last{}, row{};
-    std::iota(last.begin(), last.end(), 0U);
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const auto same = [&](std::size_t x, std::size_t y) { return ascii::lower(a[x - 1]) == ascii::lower(b[y - 1]); };
-            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same(i, j) ? 0 : 1)});
-            if (i > 1 && j > 1 && same(i, j - 1) && same(i - 1, j))
-                row[j] = std::min(row[j], before[j - 2] + 1);
-        }
-        before = last;
-        last = row;
-    }
-    return last[b.size()];
 }
 
 } // namespace
@@ -87,23 +65,6 @@ std::string quote(std::string_view text) {
     while (end < text.size() && end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
         --end;
     return '"' + HZEPMetadataLint::makePrintable(std::string(text.substr(0, end))) + (end < text.size() ? "...\"" : "\"");
-}
-
-std::string suggest(std::string_view name, const std::vector<std::string>& known) {
-    if (name.size() > kMaxCompared)
-        return "";
-    std::size_t nearest = 1 + (name.size() < 4 ? 1 : name.size() < 9 ? 2 : 3);
-    const std::string* found = nullptr;
-    for (const std::string& candidate : known) {
-        const std::size_t gap = candidate.size() > name.size() ? candidate.size() - name.size() : name.size() - candidate.size();
-        if (candidate.size() > kMaxCompared || gap >= nearest)
-            continue;
-        if (const std::size_t distance = getDistance(name, candidate); distance < nearest && distance < candidate.size()) {
-            nearest = distance;
-            found = &candidate;
-        }
-    }
-    return found ? "; did you mean \"" + *found + "\"?" : "";
 }
 
 } // namespace lint

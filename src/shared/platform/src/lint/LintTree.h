@@ -13,7 +13,17 @@
 namespace lint {
 
 /// What documents of this system hold; a format's own tables say what is known in it.
-enum class Kind { PlatformFile, SoftwareFile, HardwareFile, ArchiveJson, ArchiveXml, EmulationJson, EmulationXml, ExtensionJson };
+enum class Kind {
+    PlatformFile,
+    SoftwareFile,
+    HardwareFile,
+    ArchiveJson,
+    ArchiveXml,
+    EmulationJson,
+    EmulationXml,
+    ExtensionJson,
+    PropertyFile
+};
 
 /// One value of a document with its line. XML elements are objects; their attributes are texts in them, before the elements.
 struct Node {
@@ -45,8 +55,18 @@ std::optional<Kind> recogniseXml(const std::string& text);
 /// Looks for keys that no table of the format has, and for values that don't fit their keys.
 void checkKeys(const Node& root, Kind kind, Findings& findings);
 
+/// Looks for members of one name in an object.
+void checkDuplicateKeys(const Node& object, Findings& findings);
+
 /// The checks of names, ids, defaults, parts, sizes and numbers.
 void checkContent(const Node& root, Kind kind, Findings& findings);
+
+/// The shape of a property file, which has no table of keys.
+void checkProperties(const Node& root, Findings& findings);
+
+/// Looks for texts that the generator of emulation scripts can't write so that Tcl reads them as one value: in property files, XML metadata
+/// and hardware platform files.
+void checkTcl(const Node& root, Kind kind, Findings& findings);
 
 /// A file that the document lists.
 struct ListedFile {

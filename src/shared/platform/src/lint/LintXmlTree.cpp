@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "BasePlatformLMX.h"
+#include "HZEPNearNames.h"
 #include "LintText.h"
 #include "LintTree.h"
 #include "WELHardwarePlatformLMX.h"
@@ -86,7 +87,7 @@ private:
         for (const std::string& candidate : names)
             if (const std::size_t colon = candidate.find(':'); colon != candidate.npos && candidate.substr(colon + 1) == name)
                 return "; did you mean \"" + candidate + "\"?";
-        return lint::suggest(name, names);
+        return HZEPNearNames::suggest(name, names, 1);
     }
 
     Format format_;

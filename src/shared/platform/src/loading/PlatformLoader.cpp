@@ -188,40 +188,46 @@ std::unique_ptr<HPLPlatform> PlatformLoader::readJsonHardware_(const std::string
     return HZEPDsaJsonReader(hardware.get()).parseDSA(file, hwMetadataMode_) ? std::move(hardware) : nullptr;
 }
 
+/// What the getters ask when a step failed.
+static const HZEPPlatform& known(const std::shared_ptr<HZEPPlatform>& platform) {
+    static const HZEPPlatform none;
+    return platform ? *platform : none;
+}
+
 std::string PlatformLoader::getVersion() const {
-    return platform_->getVersion();
+    return known(platform_).getVersion();
 }
 
 std::string PlatformLoader::getFilePath() const {
-    return platform_->getPlatformFile();
+    return known(platform_).getPlatformFile();
 }
 
 std::string PlatformLoader::getBaseName() const {
-    return platform_->getPlatformBaseName();
+    return known(platform_).getPlatformBaseName();
 }
 
 std::string PlatformLoader::getName() const {
-    return platform_->getName();
+    return known(platform_).getName();
 }
 
 std::string PlatformLoader::getVendor() const {
-    return platform_->getVendor();
+    return known(platform_).getVendor();
 }
 
 std::string PlatformLoader::getDescription() const {
-    return platform_->getDescription();
+    return known(platform_).getDescription();
 }
 
 std::string PlatformLoader::getHardwarePlatformFile() const {
-    return platform_->getHardwarePlatformFile();
+    return known(platform_).getHardwarePlatformFile();
 }
 
 std::string PlatformLoader::getHardwareEmuPlatformFile() const {
-    return platform_->getHardwareEmuPlatformFile();
+    return known(platform_).getHardwareEmuPlatformFile();
 }
 
 std::string PlatformLoader::getSoftwarePlatformFile() const {
-    return platform_->getSoftwarePlatformFile();
+    return known(platform_).getSoftwarePlatformFile();
 }
 
 } // namespace zep_platform

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HPLDevice.h"
+#include "HostFwdIter.h"
+#include "LiveObjects.h"
+
+#include <cstddef>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+/// What the generated wrappers of every language share.
+namespace hzep_script {
+
+/// Model objects can die under a script's handle and are watched; all else lives as long as its handle.
+template <class T>
+constexpr bool isWatched() {
+    if constexpr (requires { sizeof(T); })
+        return std::is_base_of_v<zep_platform::JSONSerializable, T>;
+    else
+        return false;
+}
+
+template <class T>
+bool isUsable(const T* object) {
+    if constexpr (isWatched<T>())
+        return object && zep_platform::LiveObjects::isAlive(object);
+    else
+        return object != nullptr;
+}
+
+template <class T>
+void handOut(const T* object) {
+    if constexpr (isWatched<T>())
+        zep_platform::LiveObjects::watch(object);
+}
+
+/// Every device that the library hands out is one of these, and scripts make none.
+inline bool isUsable(const HZEPDevice* device) {
+    return device && zep_platform::LiveObjects::isAlive(static_cast<const HPLDevice*>(device));
+}
+inline void handOut(const HZEPDevice* device) {
+    zep_platform::LiveObjects::watch(static_cast<const HPLDevice*>(device));
+}
+
+/// Told to scripts as their own kind of index error.
+class IndexError : public std::out_of_range {
+public:
+    using std::out_of_range::out_of_range;
+};
+
+inline std::size_t checkIndex(long index, std::size_t size) {
+    if (index < 0 || static_cast<unsigned long>(index) >= size)
+        throw IndexError("index " + std::to_string(index) + " is out of range, there are " + std::to_string(size) + " elements");
+    return static_cast<std::size_t>(index);
+}
+
+/// An iterator over the elements as they were when it was made: it outlives the object that it walks, and its end raises IndexError.
+template <class T>
+class DetachedIter : public HostFwdIter<T> {
+public:
+    /// Takes the iterator over.
+    explicit DetachedIter(HostFwdIter<T>* source) {
+        const std::unique_ptr<HostFwdIter<T>> owned(source);
+        while (owned->hasNext())
+            items_.push_back(owned->next());
+    }
+
+    bool hasNext() const override { return at_ < items_.size(); }
+    T next() override {
+        if (!hasNext())
+            throw IndexError("the iterator is at its end");
+        return items_[at_++];
+    }
+
+private:
+    std::vector<T> items_;
+    std::size_t at_ = 0;
+};
+
+template <class T>
+HostFwdIter<T>* detach(HostFwdIter<T>* source) {
+    return source ? new DetachedIter<T>(source) : nullptr;
+}
+
+} // namespace hzep_script

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+
+%{
+#include "HPLPlatform.h"
+#include "HostHwDb.h"
+%}
+
+%rename(ZEPHardwarePlatform) HZEPHardwarePlatform;
+%rename(ZEPHardwareBusInterface) HZEPHardwareBusInterface;
+%rename(ZEPHardwareAddressSegment) HZEPHardwareAddressSegment;
+%rename(ZEPHardwareIPParam) HZEPHardwareIPParam;
+%rename(ZEPHardwareNocConnectivity) HZEPHardwareNocConnectivity;
+%rename(ZEPHardwareFeatureRom) HZEPHardwareFeatureRom;
+%rename(ZEPReconfigPartition) HZEPReconfigPartition;
+%rename(ZEPDesignIPInstance) HZEPDesignIPInstance;
+%rename(ZEPDesignIntentStorage) HZEPDesignIntentStorage;
+%rename(ZEPPfmFileTypes) HZEPPfmFileTypes;
+%rename(ZEPDevice) HZEPDevice;
+
+// Maps by enumerators: every value has its name through toString.
+%ignore HZEPPfmFileTypes::getFileTypeMap;
+%ignore HZEPPfmFileTypes::getTclFileTypeMap;
+%ignore HZEPVceHardware::getArchMap;
+// The bytes of names and ids are told as text.
+%ignore HZEPHardwareFeatureRom::getRomHeader;
+%ignore HZEPHardwareFeatureRom::setFPGAPartName(const unsigned char (&)[64]);
+%ignore HZEPHardwareFeatureRom::setVBNVName(const unsigned char (&)[64]);
+%ignore HZEPHardwareFeatureRom::setUUID(const unsigned char (&)[16]);
+%include "HZEPPfmFileTypes.h"
+%include "HZEPDesignIntentStorage.h"
+%include "HZEPReconfigPartition.h"
+%include "HZEPVceHardware.h"
+%include "HZEPVcePartition.h"
+%include "HZEPDesignIPInstance.h"
+%include "HZEPHardwareIPParam.h"
+%include "HZEPHardwareFeatureRom.h"
+%include "HZEPHardwareAddressSegment.h"
+%include "HZEPHardwareBusInterface.h"
+%include "HZEPHardwareNocConnectivity.h"
+%nodefaultctor HZEPDevice;
+%ignore HZEPDevice::HZEPDevice;
+%include "HZEPDevice.h"
+
+// Streams and pairs of iterators are no script's: the text, and the list.
+%ignore HZEPHardwarePlatform::issueNormalizeMemoryBanksMessage;
+%ignore HZEPHardwarePlatform::getFeatureRomVecRange;
+%ignore HZEPHardwarePlatform::FeatureRomRange;
+%ignore HZEPHardwarePlatform::getDevice;
+%newobject HZEPHardwarePlatform::create;
+%extend HZEPHardwarePlatform {
+    /// A new and empty one.
+    static HZEPHardwarePlatform* create() { return new HPLPlatform; }
+    HZEPDevice* getDevice(const std::string& name) const { return $self->getDevice(name); }
+    std::string issueNormalizeMemoryBanksMessage() const {
+        std::ostringstream text;
+        $self->issueNormalizeMemoryBanksMessage(text);
+        return text.str();
+    }
+    std::vector<HZEPHardwareFeatureRom*> getFeatureRomVecRange() const {
+        const auto [first, last] = $self->getFeatureRomVecRange();
+        return {first, last};
+    }
+}
+
+/// A hardware database, which belongs to the host's manager.
+class HostHwDb {
+public:
+    const std::string& getName() const;
+    const std::string& getPlatformFile() const;
+    std::size_t getInstanceCount() const;
+    ~HostHwDb();
+
+private:
+    HostHwDb();
+};
+%include "HZEPHardwarePlatform.h"

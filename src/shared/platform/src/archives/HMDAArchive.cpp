@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#include "HMDAArchive.h"
+
+#include "HZEPJSONText.h"
+#include "HZEPJSONUtils.h"
+#include "HZEPTmpDirObject.h"
+#include "HostErrors.h"
+#include "HostFile.h"
+#include "HostFileUtils.h"
+#include "HostMsgMgr.h"
+#include "HostZip.h"
+#include "HostZipMember.h"
+#include "HostZipSession.h"
+#include "HostZipStreams.h"
+#include "HostZipUpdate.h"
+#include "JSONObjectWriter.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <sstream>
+
+namespace fs = std::filesystem;
+using boost::property_tree::ptree;
+using boost::property_tree::json_parser::json_parser_error;
+
+namespace {
+
+constexpr char kVersion[] = "version";
+constexpr char kMajor[] = "major";
+constexpr char kMinor[] = "minor";
+constexpr char kInstPath[] = "instPath";
+constexpr char kDrBdInstName[] = "drBdInstName";
+constexpr char kPfmName[] = "pfmName";
+constexpr char kHierName[] = "hierName";
+
+constexpr char kBlockDesign[] = "DR_BD";
+constexpr char kBlockDesignFolder[] = "bd";
+constexpr int kOverwrite = 1;
+
+std::string withoutTrailingSeparators(std::string name) {
+    while (name.ends_with('/'))
+        name.pop_back();
+    return name;
+}
+
+std::string render(const HMDAArchive& archive) {
+    zep_platform::JSONObjectWriter writer;
+    writer.writeObject(archive);
+    std::ostringstream text;
+    writer.write(text);
+    return text.str();
+}
+
+/// Makes the folders of a member below a directory; none of them may be a link.
+void makeFolders(const std::string& directory, const fs::path& name) {
+    fs::path at = directory;
+    for (const fs::path& part : name.parent_path()) {
+        at /= part;
+        std::error_code ignored;
+        if (fs::is_symlink(fs::symlink_status(at, ignored)))
+            throw HostUserException("HMDAArchive::_extractFile() - is a link: " + at.string());
+    }
+    HostFile(at.string()).mkDirRecursive();
+}
+
+} // namespace
+
+std::string HMDAArchive::getJsonFileName() const {
+    return "mda.json";
+}
+
+void HMDAArchive::toJSON(zep_platform::JSONObjectWriter& writer) const {
+    zep_platform::JSONObjectWriter version;
+    version.addKey(kMajor, "1");
+    version.addKey(kMinor, "0");
+    writer.addKey(kVersion, std::move(version));
+    writer.addKey(kInstPath, instPath_);
+    writer.addKey(kDrBdInstName, drBdInstName_);
+    writer.addKey(kPfmName, pfmName_);
+    writer.addKey(kHierName, hierName_);
+    writer.writeObject(files_);
+}
+
+bool HMDAArchive::parse() {
+    try {
+        return parseJsonString(readJsonFile());
+    } catch (const json_parser_error& error) {
+        throw json_parser_error(error.message(), file_ + ": " + getJsonFileName(), error.line());
+    }
+}
+
+std::string HMDAArchive::readJsonFile() const {
+    const auto complain = [](const char* key, std::vector<std::string> args) {
+        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, key, std::move(args));
+        return std::string();
+    };
+    if (!HostFile::isRegularFile(file_))
+        return complain("@74-89@%s", {file_});
+    std::optional<HostZipMember> member;
+    try {
+        member.emplace(file_, getJsonFileName(), HostZip::kMaxMemberSize);
+    } catch (const HostError&) {
+        return complain("@74-67@%s%s", {getJsonFileName(), file_});
+    }
+    return member->readAll();
+}
+
+bool HMDAArchive::parseJsonString(const std::string& text) {
+    if (text.empty())
+        return false;
+    ptree root;
+    HZEPJSONText::read(text, root);
+    parseRoot(root);
+    return true;
+}
+
+// Whatever the version says, the index is read.
+void HMDAArchive::parseRoot(const ptree& root) {
+    instPath_ = HZEPJSONUtils::getValue(root, kInstPath);
+    drBdInstName_ = HZEPJSONUtils::getValue(root, kDrBdInstName);
+    pfmName_ = HZEPJSONUtils::getValue(root, kPfmName);
+    hierName_ = HZEPJSONUtils::getValue(root, kHierName);
+    files_.clear();
+    files_.parse(root);
+}
+
+void HMDAArchive::create() const {
+    const std::string operation = "HMDAArchive::create() - ";
+    if (file_.empty())
+        throw HostAlgException(operation + "mdaFile is not set");
+    if (HostFile::exists(file_))
+        throw HostUserException(operation + "mdaFile exists already: " + file_);
+    const HZEPTmpDirObject staging("mda");
+    const std::string fresh = staging.get() + "/new";
+    HostZip::packDirectory(staging.get(), fresh);
+    HostZipUpdate update(fresh);
+    update.put(getJsonFileName(), render(*this));
+    update.attachDigest();
+    update.commit();
+    HostFileUtils::writeFileAtomically(file_, HostFileUtils::readFile(fresh));
+}
+
+void HMDAArchive::archive(const std::string& type, const std::string& name, const std::string& source) {
+    ensureArchive_("HMDAArchive::archive() - ");
+    put_(type, name, {{name, source}});
+}
+
+void HMDAArchive::archiveDirectory(const std::string& type, const std::string& name, const std::string& source) {
+    const std::string operation = "HMDAArchive::archiveDirectory() - ";
+    ensureArchive_(operation);
+    const std::string folder = withoutTrailingSeparators(name);
+    const std::string self = HostFile::getCanonicalName(file_);
+    const fs::path root = HostFile::getCanonicalName(source);
+    Sources sources;
+    std::error_code error;
+    fs::recursive_directory_iterator at(root, error);
+    for (; !error && at != fs::recursive_directory_iterator(); at.increment(error)) {
+        const fs::file_status status = at->symlink_status(error);
+        if (fs::is_directory(status) || at->path() == self)
+            continue;
+        if (!error && !fs::is_regular_file(status))
+            throw HostUserException(operation + "is a link or a special file: " + at->path().string());
+        sources[folder + "/" + at->path().lexically_relative(root).string()] = at->path().string();
+    }
+    if (error)
+        throw HostUserException(operation + "Could not read directory: " + source);
+    if (sources.empty())
+        throw HostUserException(operation + "directory holds no files: " + source);
+    put_(type, folder, sources);
+}
+
+void HMDAArchive::ensureArchive_(const std::string& operation) const {
+    if (file_.empty())
+        throw HostAlgException(operation + "mdaFile is not set");
+    if (getJsonFileName().empty())
+        throw HostAlgException(operation + "jsonFile is not set");
+    if (!HostFile::isRegularFile(file_))
+        throw HostAlgException(operation + "mdaFile does not exist");
+}
+
+void HMDAArchive::put_(const std::string& type, const std::string& name, const Sources& sources) {
+    const std::string operation = "HMDAArchive::archiveFile() - ";
+    HMDAArchive next(*this);
+    next.files_.add(type, name);
+    for (const auto& [member, source] : sources)
+        if (!HostFile::isRegularFile(source) || !std::ifstream(source, std::ios_base::binary))
+            throw HostUserException(operation + "Could not open file for reading: " + source);
+    std::optional<HostZipUpdate> update;
+    try {
+        update.emplace(file_);
+    } catch (const HostError&) {
+        // Told below, with a name that it would refuse.
+    }
+    for (const auto& [member, source] : sources) {
+        // The index would take the file's place.
+        if (!update || !HostZipUpdate::getNameFault(member).empty() || member == getJsonFileName())
+            throw HostUserException(operation + "Could not open file for streaming: " + member);
+        update->putFile(member, source);
+    }
+    update->put(getJsonFileName(), render(next));
+    update->attachDigest();
+    update->commit();
+    files_ = next.files_;
+}
+
+void HMDAArchive::writeJSON() const {
+    hoststream::iostreams::zip_ostream out(getJsonFileName(), file_, 0);
+    if (!out.is_open())
+        throw HostUserException("HMDAArchive::writeJSON() - Could not open file for streaming: " + file_);
+    out << render(*this);
+    out.close();
+}
+
+void HMDAArchive::attachDigest() const {
+    HostZip::attachDigestEn(file_);
+}
+
+std::string HMDAArchive::extract(const std::string& type, const std::string& destDir) const {
+    if (destDir.empty())
+        throw HostUserException("HMDAArchive::extract() - destDir argument must not be empty");
+    HostFile(destDir).mkDirRecursive();
+    const std::string name = files_.get(type);
+    if (name.empty())
+        return "";
+    if (type == kBlockDesign)
+        return extractDir_(kBlockDesignFolder, destDir);
+    return isDirectoryType(type) ? extractDir_(name, destDir) : extractFile_(name, destDir);
+}
+
+bool HMDAArchive::isDirectoryType(const std::string& type) {
+    return type == kBlockDesign || type == "BOARD_REPO_PATH" || type == "IP_REPO_PATH";
+}
+
+std::string HMDAArchive::extractDir_(const std::string& name, const std::string& destDir) const {
+    const std::string folder = withoutTrailingSeparators(name);
+    const std::string path = destDir + "/" + name;
+    // A name that leads out may well be that of a folder, but of one that nothing was unpacked to.
+    if (!HostZipUpdate::getNameFault(folder).empty() || !HostZip::uncompressDir(file_, folder, destDir, kOverwrite) ||
+        !HostFile::isDir(path))
+        throw HostUserException("HMDAArchive::_extractDir() - dir was not extracted to the expected location: " + path);
+    return path;
+}
+
+std::string HMDAArchive::extractFile_(const std::string& name, const std::string& destDir) const {
+    const std::string operation = "HMDAArchive::_extractFile() - ";
+    std::string fault = HostZipUpdate::getNameFault(name);
+    if (static_cast<std::size_t>(std::count(name.begin(), name.end(), '/')) >= HostZip::kMaxNameParts)
+        fault = "it lies too deep";
+    if (!fault.empty())
+        throw HostUserException(operation + "Could not extract file: " + file_ + ": " + name + ": " + fault);
+    const HostZipSession session(file_);
+    if (const std::string broken = HostZip::getFault(file_); !broken.empty())
+        throw HostUserException(operation + "Could not extract file: " + file_ + ": " + broken);
+    std::string path = destDir + "/" + name;
+    if (!HostZip::containsFile(file_, name))
+        return path;
+    const std::string bytes = HostZip::readMember(file_, name);
+    makeFolders(destDir, name);
+    // A link there would lead out of the directory.
+    if (std::error_code ignored; fs::is_symlink(fs::symlink_status(path, ignored)))
+        HostFile(path).rm();
+    HostFileUtils::writeFileAtomically(path, bytes);
+    return path;
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+
+#include "Table.h"
+#include "Verbs.h"
+
+#include "NativeKeyService.h"
+
+#include <memory>
+
+using zep::platform::NativeKeyService;
+
+namespace {
+
+struct Options {
+    std::string path;
+    bool isJson = false;
+};
+
+void listKeys(Session& session, const Options& options) {
+    const NativeKeyService service;
+    if (options.isJson) {
+        std::string text;
+        session.ask(options.path, [&] { return !(text = service.getAsJsonStr(options.path)).empty(); });
+        session.out() << text;
+        return;
+    }
+    Table table({"KEY"});
+    session.ask(options.path, [&] {
+        for (const std::string& key : service.get(options.path))
+            table.add({key});
+        return true;
+    });
+    table.print(session.out(), Session::isTerminal());
+}
+
+} // namespace
+
+void addKeys(CLI::App& app, Session& session) {
+    auto options = std::make_shared<Options>();
+    CLI::App* verb = app.add_subcommand("keys", "List the key paths that a platform's document has");
+    verb->add_option("PLATFORM", options->path, "A platform file (.zpfm), an archive (.dsa, .kar) or a software file (.spfm)")->required();
+    verb->add_flag("--json", options->isJson, "One JSON document in place of lines");
+    verb->footer("'[]' stands for every element of a list; 'hzep get' wants one of them, as in 'files[0].name'.\n"
+                 "Example: hzep keys card/card.zpfm");
+    verb->callback([options, &session] { listKeys(session, *options); });
+}
