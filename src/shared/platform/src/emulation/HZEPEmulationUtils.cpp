@@ -157,7 +157,9 @@ bool HZEPEmulationUtils::generateDsaEmuScripts(const std::string& dsaName, const
     // One of an earlier run must not pass for that of a run that failed.
     for (const std::string& design : designs)
         HostFile(design).rm();
-    host::tcltasks::task_manager::eval_in_tcl(std::string("source ") + kUpdateScript + "\n");
+    std::string command = "source ";
+    command.append(kUpdateScript).append("\n");
+    host::tcltasks::task_manager::eval_in_tcl(command);
     if (std::none_of(designs.begin(), designs.end(), [](const std::string& design) { return HostFile::exists(design); })) {
         send(HostMsgMgr::Error, "@74-33@");
         return false;
