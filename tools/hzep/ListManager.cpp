@@ -10,29 +10,34 @@
 #include "JSONObjectWriter.h"
 
 #include <algorithm>
+#include <iostream>
 #include <set>
 
 namespace {
 
 using Platforms = std::vector<HZEPPlatform*>;
 
-/// Messages whose cause the manager's own texts tell as well.
+/// Messages whose cause the manager's own texts tell as well, as they do what readers print.
 const std::set<std::string> kToldInTexts = {"@74-3@%s", "@74-4@%s", "@74-9@%s", "@74-14@%s%s", "@74-51@%s%d", "@74-55@%s%s%s"};
 
-/// Keeps those messages from being said while it lives.
+/// Keeps both from being said while it lives.
 class WithoutDoubles {
 public:
-    WithoutDoubles() {
+    WithoutDoubles() : printed_(std::cout.rdbuf(nullptr)) {
         before_ = HostMsgMgr::getGlobal().setSink([this](const HostMsg& message) {
             if (!kToldInTexts.contains(message.key))
                 before_(message);
         });
     }
-    ~WithoutDoubles() { HostMsgMgr::getGlobal().setSink(before_); }
+    ~WithoutDoubles() {
+        HostMsgMgr::getGlobal().setSink(before_);
+        std::cout.rdbuf(printed_);
+    }
     WithoutDoubles(const WithoutDoubles&) = delete;
     WithoutDoubles& operator=(const WithoutDoubles&) = delete;
 
 private:
+    std::streambuf* printed_;
     HostMsgMgr::Sink before_;
 };
 
