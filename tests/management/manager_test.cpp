@@ -140,7 +140,7 @@ TEST_F(Manager, LeavesOutEachBadPlatformWithItsText) {
          {}},
         {"a directory for an archive",
          [&] { fs::remove(hw), fs::create_directory(hw); },
-         {"critical warning|@74-65@%s%s%s|kar.xml|" + hw + "|" + hw + ": is a directory, not an archive"},
+         {"critical warning|@74-65@%s%s%s|kar.xml|" + hw + "|" + hw + ": is a directory"},
          {}},
         {"no software file",
          [&] { fs::remove(dir.path("bad/sw/p.spfm")); },
