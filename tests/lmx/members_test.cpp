@@ -42,6 +42,23 @@ TEST(Members, AFreshObjectHoldsDeclaredDefaultsWithFlagsFalse) {
         "text must not become a boolean");
 }
 
+TEST(Members, TextOfEachLengthKeepsItsValue) {
+    Leaf before;
+    for (const std::size_t length : {0, 1, 22, 23, 24, 25, 1000, 24, 23, 0}) {
+        const std::wstring text(length, L'x');
+        Leaf changed = before; // from shorter and from longer text
+        changed.SetN(text);
+        changed.SetN(changed.GetN());
+        EXPECT_EQ(changed.GetN(), text);
+        EXPECT_EQ(changed.GetNUtf8(), std::string(length, 'x'));
+        EXPECT_FALSE(changed == before);
+        before.swap(changed);
+        EXPECT_EQ(before.GetN(), text);
+    }
+    before.SetN(L"\u00e9\u20ac");
+    EXPECT_EQ(before.GetNUtf8(), "\xc3\xa9\xe2\x82\xac");
+}
+
 TEST(Members, ASingleChildIsOwned) {
     Tree tree;
     const Tree& constant = tree;

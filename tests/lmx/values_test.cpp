@@ -86,6 +86,16 @@ TEST(Values, ReadValuesArriveAsTheirTypes) {
     EXPECT_EQ(values.GetNote(), L" kept & <so>");
     EXPECT_EQ(values.GetCount(), 9);
     EXPECT_FALSE(values.IssetUshort());
+
+    // A reference in the first, a middle or the last value leaves its neighbours what they are.
+    for (const char* attributes : {"v:byte='&#50;0' v:text='a' v:long='3'", "v:byte='20' v:text='&#97;' v:long='3'",
+                                   "v:byte='20' v:text='a' v:long='&#51;'", "v:byte='&#50;0' v:text='a' v:long='&#51;'"}) {
+        Probe::Values each;
+        EXPECT_EQ(readInto(each, "<v:values xmlns:v='urn:probe' " + std::string(attributes) + "/>").code, 0);
+        EXPECT_EQ(each.GetByte(), 20) << attributes;
+        EXPECT_EQ(each.GetText(), L"a") << attributes;
+        EXPECT_EQ(each.GetLong(), 3) << attributes;
+    }
 }
 
 TEST(Values, BigNumbersCompareByValue) {

@@ -115,7 +115,7 @@ private:
 std::string Emitter::storage(const Member& member) {
     if (member.isValue()) {
         return std::string("lmx60::ct_simple_") + (member.type->isPod ? "pod_" : "non_pod_") +
-               (member.isMandatory ? "single<" : "optional<") + member.type->cppType + ">";
+               (member.isMandatory ? "single<" : "optional<") + member.type->keptType() + ">";
     }
     return std::string("lmx60::ct_child") + (member.isList() ? "_list<" : "<") + member.childClass->name + ">";
 }
@@ -127,7 +127,10 @@ Words Emitter::words(const Class& of, const Member& member) const {
     }
     if (member.isValue()) {
         result["T"] = member.type->cppType;
-        result["answer"] = member.type->isPod ? member.type->cppType : std::string("const ") + member.type->cppType + "&";
+        const bool isByValue = member.type->isPod || member.type->isText();
+        result["answer"] = isByValue ? member.type->cppType : std::string("const ") + member.type->cppType + "&";
+        result["wide"] = member.type->isText() ? ".get_wide()" : "";
+        result["kept"] = member.type->isText() ? "lmx60::c_text(value)" : "value";
         result["spec"] = spec(member);
     } else {
         result["T"] = member.childClass->name;
@@ -219,9 +222,12 @@ void Emitter::declareMember(const Class& of, const Member& member) {
     const bool canBeUnset = isInChoice || !member.isMandatory;
     out_ << "\n";
     if (member.isValue()) {
-        out_ << fill("    @answer@ Get@X@() const { return @f@.get(); }\n    lmx60::elmx_error Set@X@(const @T@& value) { @choose@return "
-                     "@f@.set(value); }\n",
+        out_ << fill("    @answer@ Get@X@() const { return @f@.get()@wide@; }\n"
+                     "    lmx60::elmx_error Set@X@(const @T@& value) { @choose@return @f@.set(@kept@); }\n",
                      w);
+        if (member.type->isText()) {
+            out_ << fill("    std::string Get@X@Utf8() const { return @f@.get().get_utf8(); }\n", w);
+        }
         if (std::string(member.type->cppType) == "bool") {
             out_ << fill("    lmx60::elmx_error Set@X@(const void* text) = delete;\n", w);
         }
@@ -491,9 +497,7 @@ std::string Emitter::readStep(const Member& member) const {
 }
 
 void Emitter::defineUnmarshal(const Class& of) {
-    const Words w = {{"C", of.name},
-                     {"error", of.attributes.empty() ? "" : " error"},
-                     {"children", boolean(!of.children.empty())}};
+    const Words w = {{"C", of.name}, {"error", of.attributes.empty() ? "" : " error"}, {"children", boolean(!of.children.empty())}};
     if (of.isGroup) {
         out_ << fill("lmx60::elmx_error @C@::unmarshal(lmx60::c_xml_reader& reader, const std::string&) {\n"
                      "    const lmx60::c_known_elements_selector selector(reader, known_elements);\n"

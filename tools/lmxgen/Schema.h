@@ -7,6 +7,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// A schema holds something that this compiler doesn't know; what() is "FILE:LINE: text".
@@ -20,8 +21,12 @@ public:
 struct ValueType {
     const char* schemaName;
     const char* runtimeType;
-    const char* cppType;
+    const char* cppType; ///< in GetX and SetX
     bool isPod;
+
+    /// Answered wide, and held as UTF-8.
+    bool isText() const { return !isPod && std::string_view(cppType) == "std::wstring"; }
+    const char* keptType() const { return isText() ? "lmx60::c_text" : cppType; }
 };
 
 struct Class;

@@ -28,6 +28,11 @@ public:
         is_set_ = true;
         return error_none;
     }
+    /// Sets the flag; the value is for the caller to change in place.
+    T& set() {
+        is_set_ = true;
+        return value_;
+    }
     /// Back to the given value with the flag false.
     void preset(T value) {
         value_ = std::move(value);
@@ -131,7 +136,12 @@ public:
         }
         return *children_[index];
     }
-    T& append() { return *children_.emplace_back(std::make_unique<T>()); }
+    T& append() {
+        if (children_.capacity() == 0) {
+            children_.reserve(4);
+        }
+        return *children_.emplace_back(std::make_unique<T>());
+    }
     void append(T* child) { insert(children_.size(), child); }
     T& insert(std::size_t index) { return **children_.insert(place(index), std::make_unique<T>()); }
     /// Takes the child over; null does nothing.

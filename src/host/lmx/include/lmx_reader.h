@@ -5,12 +5,14 @@
 #include "lmx_spec.h"
 #include "lmx_xml.h"
 
+#include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace lmx60 {
 
-/// One row of a name table; a table ends with a row whose name is null. Numbers start at 1.
+/// One row of a name table; a table ends with a row whose name is null, and stays as it is while a reader uses it. Numbers start at 1.
 struct HOST_EXPORT s_event_map {
     int ns_id;
     const char* name;
@@ -26,13 +28,14 @@ enum elmx_name_kind { name_of_element, name_of_attribute };
 /// A name taken apart.
 class HOST_EXPORT c_cracked_name {
 public:
-    c_cracked_name(int element_ns_id, std::string local_name);
+    /// The name must outlive this; those of a document live as long as its reader.
+    c_cracked_name(int element_ns_id, std::string_view local_name);
     int get_element_ns_id() const { return ns_id_; }
-    const std::string& get_local_name() const { return local_name_; }
+    std::string get_local_name() const { return std::string(local_name_); }
 
 private:
     int ns_id_;
-    std::string local_name_;
+    std::string_view local_name_;
 };
 
 /// XML text of one element, kept as it stands with the namespace declarations that it needs.
@@ -80,16 +83,26 @@ public:
     /// map.
     int get_known_element_event(const s_event_map* map, elmx_error* error, std::string* name);
     /// True when a start tag comes next.
-    bool at_element();
+    bool at_element() { return peek() == xml_event_kind::start; }
     /// Takes the start tag that comes next: its attributes become readable.
-    void enter_element();
+    void enter_element() {
+        line_ = next_line();
+        before_first_attribute_ = true;
+        pop();
+    }
     /// Takes the end tag of the element that was entered; true when it came.
     bool leave_element(elmx_error* error);
     /// Reads what follows the document element.
     elmx_error finish_document();
 
     /// Moves to the next attribute of the start tag; false behind the last.
-    bool next_attribute();
+    bool next_attribute() {
+        attribute_ = before_first_attribute_ ? 0 : attribute_ + 1;
+        before_first_attribute_ = false;
+        return attribute_ < attribute_count();
+    }
+    /// Value of the current attribute, until the reader moves on.
+    std::string_view get_attribute_text() const { return attribute_value(attribute_); }
 
     elmx_error unmarshal_attribute_value_impl(c_unmarshal_bridge& bridge, const c_validation_spec& spec);
     /// Reads the element that comes next as a value, then moves on as get_known_element_event does.
@@ -127,15 +140,38 @@ private:
     friend class c_xml_reader_local;
     friend class c_known_elements_selector;
 
+    /// A simple element that was read.
+    struct s_element {
+        std::string_view written_name;
+        std::string_view local_name;
+        int line;
+    };
+    /// An answer of a name table. A name is known by its address: the parser keeps each name once.
+    struct s_known_name {
+        const s_event_map* map;
+        const char* name;
+        int ns_id;
+        int event;
+    };
+
     elmx_error report_failure();
-    elmx_error store(c_unmarshal_bridge& bridge, const c_validation_spec& spec, const std::string& value, const char* kind,
-                     std::string_view written_name, std::string_view item, int line);
+    elmx_error store(c_unmarshal_bridge& bridge, const c_validation_spec& spec, std::string_view value, const s_element* element);
+
+    s_known_name& known_place(const s_event_map* map, const char* name) {
+        const std::uintptr_t key = reinterpret_cast<std::uintptr_t>(map) / sizeof(s_event_map) + reinterpret_cast<std::uintptr_t>(name);
+        return known_names_[key % known_names_.size()];
+    }
+    int look_up(const s_event_map* map, int ns_id, const char* name) {
+        const s_known_name& known = known_place(map, name);
+        return known.map == map && known.name == name && known.ns_id == ns_id ? known.event : search(map, ns_id, name);
+    }
+    int search(const s_event_map* map, int ns_id, const char* name);
 
     std::string source_file_;
     std::string item_;
     std::string error_text_;
-    std::string attribute_text_; // kept for its memory
     s_debug_error captured_;
+    std::array<s_known_name, 256> known_names_ = {}; // by a hash of table and name
     const s_event_map* known_elements_ = nullptr;
     std::size_t attribute_ = 0;
     elmx_error failure_ = error_none;

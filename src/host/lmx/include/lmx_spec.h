@@ -7,17 +7,18 @@
 #include "lmx_values.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace lmx60 {
 
 /// What is known of a value's text, whatever type it becomes.
 struct HOST_EXPORT c_validation_spec {
-    const char* type_name;                ///< for messages: "a decimal", "a whole number"
-    elmx_whitespace whitespace;           ///< what happens to white space before the checks
-    const char* default_text;             ///< null when the schema declares no default
-    bool (*is_valid)(const std::string&); ///< the lexical check; null accepts everything
-    const c_big_int* lower;               ///< null when unbounded
+    const char* type_name;              ///< for messages: "a decimal", "a whole number"
+    elmx_whitespace whitespace;         ///< what happens to white space before the checks
+    const char* default_text;           ///< null when the schema declares no default
+    bool (*is_valid)(std::string_view); ///< the lexical check; null accepts everything
+    const c_big_int* lower;             ///< null when unbounded
     const c_big_int* upper;
 };
 
@@ -25,14 +26,14 @@ struct HOST_EXPORT c_validation_spec {
 template <class T>
 struct ct_validation_spec : c_validation_spec {
     bool (*is_value_ok)(const T&); ///< null accepts everything
-    T (*from_text)(const std::string&);
+    void (*from_text)(std::string_view, T& value);
     std::string (*to_text)(const T&);
     bool (*is_writable)(const T&); ///< false when the value can't stand in a document; null when each can
 };
 
 /// One schema type: spec(default text) makes the validation spec of a member.
 struct HOST_EXPORT string_type {
-    using value_type = std::wstring;
+    using value_type = c_text;
     static ct_validation_spec<value_type> spec(const char* default_text = nullptr);
 };
 struct HOST_EXPORT unsigned_byte_type {
@@ -87,7 +88,7 @@ class HOST_EXPORT c_unmarshal_bridge {
 public:
     virtual ~c_unmarshal_bridge();
     /// False when the value check refuses the value; the member then stays as it was.
-    virtual bool assign(const std::string& text) = 0;
+    virtual bool assign(std::string_view text) = 0;
 };
 
 template <class Member>
@@ -109,13 +110,18 @@ class ct_unmarshal_bridge final : public c_unmarshal_bridge {
 public:
     using spec_type = ct_validation_spec<typename Member::value_type>;
     ct_unmarshal_bridge(Member& member, const spec_type& spec) : member_(member), spec_(spec) {}
-    bool assign(const std::string& text) override {
-        typename Member::value_type value = spec_.from_text(text);
-        if (spec_.is_value_ok && !spec_.is_value_ok(value)) {
-            return false;
+    bool assign(std::string_view text) override {
+        if (!spec_.is_value_ok) {
+            spec_.from_text(text, member_.set());
+            return true;
         }
-        member_.set(std::move(value));
-        return true;
+        typename Member::value_type value{};
+        spec_.from_text(text, value);
+        const bool is_ok = spec_.is_value_ok(value);
+        if (is_ok) {
+            member_.set(std::move(value));
+        }
+        return is_ok;
     }
 
 private:
@@ -126,7 +132,9 @@ private:
 /// Gives a member the default that its spec declares; the flag stays false.
 template <class Member>
 void init_member(Member& member, const ct_validation_spec<typename Member::value_type>& spec) {
-    member.preset(spec.from_text(spec.default_text));
+    typename Member::value_type value{};
+    spec.from_text(spec.default_text, value);
+    member.preset(std::move(value));
 }
 
 } // namespace lmx60

@@ -6,9 +6,11 @@
 #include "lmx_errors.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lmx60 {
 
@@ -84,24 +86,30 @@ protected:
     void add_namespace(int id, const std::string& uri);
 
     /// What comes next, without consuming it; parses on when need be.
-    xml_event_kind peek();
+    xml_event_kind peek() { return next_ < events_.size() ? events_[next_].kind : peek_further(); }
     /// Consumes a start, an end or a text.
-    void pop();
+    void pop() {
+        const s_event& event = events_[next_++];
+        if (event.kind == xml_event_kind::start) {
+            tag_ = event;
+        }
+    }
 
-    // Of the start tag or text that comes next. Views live until the following peek() after it was consumed.
-    int next_ns_id() const;
-    std::string_view next_local_name() const;
-    std::string_view next_name() const; ///< as written, with its prefix
-    std::string_view next_text() const;
-    int next_line() const; ///< for a start tag the line of its "<"
+    // Of the start tag or text that comes next. Names live as long as this, and equal local names share one address; other views live
+    // until the following peek() after the event was consumed.
+    int next_ns_id() const { return events_[next_].name.ns_id; }
+    std::string_view next_local_name() const { return events_[next_].name.local; }
+    std::string_view next_name() const { return written(events_[next_].name); } ///< as written, with its prefix
+    std::string_view next_text() const { return view(events_[next_].span); }
+    int next_line() const { return next_ < events_.size() ? events_[next_].line : current_line(); } ///< for a start tag the line of its "<"
 
     // Attributes of the start tag consumed last, until the following peek().
-    std::size_t attribute_count() const;
-    int attribute_ns_id(std::size_t index) const;
-    std::string_view attribute_local_name(std::size_t index) const;
-    std::string_view attribute_name(std::size_t index) const;
-    std::string_view attribute_value(std::size_t index) const;
-    int attribute_line(std::size_t index) const;
+    std::size_t attribute_count() const { return tag_.span.length; }
+    int attribute_ns_id(std::size_t index) const { return attribute(index).name.ns_id; }
+    std::string_view attribute_local_name(std::size_t index) const { return attribute(index).name.local; }
+    std::string_view attribute_name(std::size_t index) const { return written(attribute(index).name); }
+    std::string_view attribute_value(std::size_t index) const { return view(attribute(index).value); }
+    int attribute_line(std::size_t index) const { return attribute(index).line; }
 
     // When peek() says failed.
     elmx_error failure_code() const;
@@ -110,6 +118,42 @@ protected:
 
 private:
     struct s_parser;
+
+    /// The parser keeps each text of a name once, as long as it lives.
+    struct s_name {
+        const char* local = "";
+        const char* prefix = nullptr;
+        int ns_id = ns_unknown;
+    };
+    // Millions of these can come out of one piece of input: they are kept small, and no text is longer than a document may be.
+    struct s_span {
+        std::uint32_t start = 0;
+        std::uint32_t length = 0;
+    };
+    struct s_attribute {
+        s_name name;
+        int line = 0;
+        s_span value;
+    };
+    struct s_event {
+        s_name name;
+        int line = 0;
+        xml_event_kind kind = xml_event_kind::end;
+        s_span span; // of a start tag its attributes, else text
+    };
+
+    xml_event_kind peek_further();
+    int current_line() const;
+    std::string_view written(const s_name& name) const;
+    std::string_view view(s_span span) const { return {texts_.data() + span.start, span.length}; }
+    const s_attribute& attribute(std::size_t index) const { return attributes_[tag_.span.start + index]; }
+
+    // What came out of the latest piece.
+    std::vector<s_event> events_;
+    std::vector<s_attribute> attributes_;
+    std::string texts_;
+    std::size_t next_ = 0;
+    s_event tag_; // the start tag consumed last
     std::unique_ptr<s_parser> parser_;
 };
 

@@ -7,15 +7,6 @@
 namespace lmx60 {
 namespace {
 
-int look_up(const s_event_map* map, int ns_id, std::string_view name) {
-    for (; map && map->name; ++map) {
-        if (map->length == name.size() && map->ns_id == ns_id && name == std::string_view(map->name, map->length)) {
-            return map->event;
-        }
-    }
-    return event_none;
-}
-
 /// Foreign text for a message, cut between two characters when it is long.
 std::string quoted(std::string_view text) {
     if (text.size() <= c_xml_reader::max_quoted) {
@@ -30,7 +21,7 @@ std::string quoted(std::string_view text) {
 
 } // namespace
 
-c_cracked_name::c_cracked_name(int element_ns_id, std::string local_name) : ns_id_(element_ns_id), local_name_(std::move(local_name)) {}
+c_cracked_name::c_cracked_name(int element_ns_id, std::string_view local_name) : ns_id_(element_ns_id), local_name_(local_name) {}
 
 c_any_info::c_any_info(std::string xml) : xml_(std::move(xml)) {}
 
@@ -50,20 +41,34 @@ void c_xml_reader::set_document_flag(int flag) {
     document_flag_ = flag;
 }
 
+int c_xml_reader::search(const s_event_map* map, int ns_id, const char* name) {
+    if (!map) {
+        return event_none;
+    }
+    const std::string_view wanted = name;
+    const s_event_map* row = map;
+    while (row->name && (row->length != wanted.size() || row->ns_id != ns_id || wanted != std::string_view(row->name, row->length))) {
+        ++row;
+    }
+    const int event = row->name ? row->event : event_none;
+    known_place(map, name) = {map, name, ns_id, event};
+    return event;
+}
+
 int c_xml_reader::tokenise(const s_event_map* map, elmx_name_kind kind) {
     if (kind == name_of_attribute) {
-        event_ = look_up(map, attribute_ns_id(attribute_), attribute_local_name(attribute_));
+        event_ = look_up(map, attribute_ns_id(attribute_), attribute_local_name(attribute_).data());
         if (event_ == event_none) {
             skipped_hook(kind, std::string(attribute_name(attribute_)), attribute_line(attribute_), map);
         }
     } else {
-        event_ = at_element() ? look_up(map, next_ns_id(), next_local_name()) : event_none;
+        event_ = at_element() ? look_up(map, next_ns_id(), next_local_name().data()) : event_none;
     }
     return event_;
 }
 
 c_cracked_name c_xml_reader::get_cracked_name() {
-    return at_element() ? c_cracked_name(next_ns_id(), std::string(next_local_name())) : c_cracked_name(ns_unknown, {});
+    return at_element() ? c_cracked_name(next_ns_id(), next_local_name()) : c_cracked_name(ns_unknown, {});
 }
 
 bool c_xml_reader::get_element_event(elmx_error* error, std::string* name) {
@@ -92,7 +97,8 @@ int c_xml_reader::get_element_event(const s_event_map* map, elmx_error* error, s
 int c_xml_reader::get_known_element_event(const s_event_map* map, elmx_error* error, std::string* name) {
     event_ = event_none;
     while (get_element_event(error, name)) {
-        if (tokenise(map, name_of_element) != event_none || look_up(known_elements_, next_ns_id(), next_local_name()) != event_none) {
+        if (tokenise(map, name_of_element) != event_none ||
+            look_up(known_elements_, next_ns_id(), next_local_name().data()) != event_none) {
             break;
         }
         skipped_hook(name_of_element, std::string(next_name()), next_line(), map);
@@ -100,16 +106,6 @@ int c_xml_reader::get_known_element_event(const s_event_map* map, elmx_error* er
         skip_rest_of_element();
     }
     return event_;
-}
-
-bool c_xml_reader::at_element() {
-    return peek() == xml_event_kind::start;
-}
-
-void c_xml_reader::enter_element() {
-    line_ = next_line();
-    before_first_attribute_ = true;
-    pop();
 }
 
 bool c_xml_reader::leave_element(elmx_error* error) {
@@ -131,22 +127,12 @@ elmx_error c_xml_reader::finish_document() {
     return kind == xml_event_kind::failed ? report_failure() : error_none;
 }
 
-bool c_xml_reader::next_attribute() {
-    attribute_ = before_first_attribute_ ? 0 : attribute_ + 1;
-    before_first_attribute_ = false;
-    return attribute_ < attribute_count();
-}
-
 elmx_error c_xml_reader::unmarshal_attribute_value_impl(c_unmarshal_bridge& bridge, const c_validation_spec& spec) {
-    attribute_text_ = attribute_value(attribute_);
-    return store(bridge, spec, attribute_text_, "attribute", attribute_name(attribute_), attribute_local_name(attribute_),
-                 attribute_line(attribute_));
+    return store(bridge, spec, attribute_value(attribute_), nullptr);
 }
 
 elmx_error c_xml_reader::unmarshal_child_element_impl(c_unmarshal_bridge& bridge, const c_validation_spec& spec, const s_event_map* map) {
-    const std::string written_name(next_name());
-    const std::string item(next_local_name());
-    const int line = next_line();
+    const s_element element = {next_name(), next_local_name(), next_line()};
     enter_element();
     while (next_attribute()) {
         tokenise(nullptr, name_of_attribute);
@@ -156,7 +142,7 @@ elmx_error c_xml_reader::unmarshal_child_element_impl(c_unmarshal_bridge& bridge
     if (error != error_none || !leave_element(&error)) {
         return error;
     }
-    error = store(bridge, spec, value, "element", written_name, item, line);
+    error = store(bridge, spec, value, &element);
     if (error == error_none) {
         get_known_element_event(map, &error, nullptr);
     }
@@ -172,7 +158,7 @@ elmx_error c_xml_reader::get_element_value(std::string* value, elmx_whitespace w
             pop();
             break;
         case xml_event_kind::start:
-            if (look_up(known_elements_, next_ns_id(), next_local_name()) == event_none) {
+            if (look_up(known_elements_, next_ns_id(), next_local_name().data()) == event_none) {
                 skipped_hook(name_of_element, std::string(next_name()), next_line(), nullptr);
                 pop();
                 skip_rest_of_element();
@@ -191,13 +177,18 @@ elmx_error c_xml_reader::get_element_value(std::string* value, elmx_whitespace w
     }
 }
 
-elmx_error c_xml_reader::store(c_unmarshal_bridge& bridge, const c_validation_spec& spec, const std::string& value, const char* kind,
-                               std::string_view written_name, std::string_view item, int line) {
-    const std::string collapsed = spec.whitespace == whitespace_collapse ? collapse_whitespace(value) : std::string();
-    const std::string& text = spec.whitespace == whitespace_collapse ? collapsed : value;
+elmx_error c_xml_reader::store(c_unmarshal_bridge& bridge, const c_validation_spec& spec, std::string_view value,
+                               const s_element* element) {
+    std::string collapsed;
+    std::string_view text = value;
+    if (spec.whitespace == whitespace_collapse && text.find_first_of(" \t\r\n") != std::string_view::npos) {
+        text = collapsed = collapse_whitespace(value);
+    }
     const auto refuse = [&](elmx_error code, const std::string& why) {
-        const std::string what = std::string(kind) + " '" + std::string(written_name) + "': ";
-        return report(code, std::string(item), what + why + ": " + quoted(text), line);
+        const s_element at =
+            element ? *element : s_element{attribute_name(attribute_), attribute_local_name(attribute_), attribute_line(attribute_)};
+        const std::string what = std::string(element ? "element" : "attribute") + " '" + std::string(at.written_name) + "': ";
+        return report(code, std::string(at.local_name), what + why + ": " + quoted(text), at.line);
     };
     elmx_error error = error_none;
     if (spec.is_valid && !spec.is_valid(text)) {

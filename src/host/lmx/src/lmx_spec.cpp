@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "lmx_spec.h"
 
-#include "HostI18n.h"
-
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -13,15 +11,15 @@ namespace {
 
 /// The value of text that may lie outside the type: the nearest end of its range.
 template <class T>
-T integer_from_text(const std::string& text) {
+void integer_from_text(std::string_view text, T& result) {
     using limits = std::numeric_limits<T>;
     const c_big_int number(text);
     if constexpr (std::is_unsigned_v<T>) {
         const unsigned long long value = number.get_unsigned();
-        return value > limits::max() ? limits::max() : static_cast<T>(value);
+        result = value > limits::max() ? limits::max() : static_cast<T>(value);
     } else {
         const long long value = number.get();
-        return value < limits::min() ? limits::min() : value > limits::max() ? limits::max() : static_cast<T>(value);
+        result = value < limits::min() ? limits::min() : value > limits::max() ? limits::max() : static_cast<T>(value);
     }
 }
 
@@ -56,12 +54,12 @@ void throw_bad_index(std::size_t index, std::size_t size) {
     throw lmx_exception("index " + std::to_string(index) + " in a list of " + std::to_string(size));
 }
 
-ct_validation_spec<std::wstring> string_type::spec(const char* default_text) {
+ct_validation_spec<c_text> string_type::spec(const char* default_text) {
     return {{"text", whitespace_preserve, default_text, nullptr, nullptr, nullptr},
             nullptr,
-            &vtostring,
-            [](const std::wstring& value) { return HostI18n::toUtf8(value); },
-            &is_xml_text};
+            [](std::string_view text, c_text& value) { value.assign(text); },
+            [](const c_text& value) { return value.get_utf8(); },
+            [](const c_text& value) { return is_xml_text(value.get_view()); }};
 }
 
 ct_validation_spec<unsigned char> unsigned_byte_type::spec(const char* default_text) {
@@ -86,7 +84,7 @@ ct_validation_spec<unsigned long long> unsigned_long_type::spec(const char* defa
 ct_validation_spec<c_big_int> integer_type::spec(const char* default_text) {
     return {{whole_number, whitespace_collapse, default_text, &is_valid_integer, nullptr, nullptr},
             nullptr,
-            [](const std::string& text) { return c_big_int(text); },
+            [](std::string_view text, c_big_int& value) { value = c_big_int(text); },
             [](const c_big_int& value) { return value.get_as_string(); },
             nullptr};
 }
@@ -94,7 +92,7 @@ ct_validation_spec<c_big_int> integer_type::spec(const char* default_text) {
 ct_validation_spec<c_decimal> decimal_type::spec(const char* default_text) {
     return {{"a decimal", whitespace_collapse, default_text, &c_decimal::is_valid, nullptr, nullptr},
             nullptr,
-            [](const std::string& text) { return c_decimal(text); },
+            [](std::string_view text, c_decimal& value) { value = c_decimal(std::string(text)); },
             [](const c_decimal& value) { return value.get_as_string(); },
             [](const c_decimal& value) { return c_decimal::is_valid(value.get_as_string()); }};
 }
@@ -102,7 +100,7 @@ ct_validation_spec<c_decimal> decimal_type::spec(const char* default_text) {
 ct_validation_spec<bool> boolean_type::spec(const char* default_text) {
     return {{"true or false", whitespace_collapse, default_text, &is_valid_bool, nullptr, nullptr},
             nullptr,
-            [](const std::string& text) { return text == "true" || text == "1"; },
+            [](std::string_view text, bool& value) { value = text == "true" || text == "1"; },
             [](const bool& value) { return std::string(value ? "true" : "false"); },
             nullptr};
 }

@@ -5,6 +5,27 @@
 #include <cstring>
 
 namespace lmx60 {
+namespace {
+
+constexpr std::size_t shortest_attribute = 4; // a=""
+
+const char* find(const char* from, const char* end, char wanted) {
+    return static_cast<const char*>(std::memchr(from, wanted, static_cast<std::size_t>(end - from)));
+}
+
+/// From text to the next "<" that needs a look. No tag holds another "<": one with the next "<" near is too short to reach the limit.
+const char* next_markup(const char* from, const char* end, std::size_t limit) {
+    const char* at = find(from, end, '<');
+    for (const char* next = nullptr; at; at = next) {
+        next = find(at + 1, end, '<');
+        if (!next || at[1] == '!' || at[1] == '?' || static_cast<std::size_t>(next - at) > limit * shortest_attribute) {
+            break;
+        }
+    }
+    return at;
+}
+
+} // namespace
 
 bool c_tag_scan::scan(const char* bytes, std::size_t count, std::size_t limit) {
     if (width_ == width::unknown && count >= 2) {
@@ -16,11 +37,10 @@ bool c_tag_scan::scan(const char* bytes, std::size_t count, std::size_t limit) {
     if (!is_utf16()) {
         while (bytes != end) {
             if (state_ == state::text || state_ == state::quoted) {
-                const void* found = std::memchr(bytes, state_ == state::text ? '<' : quote_, static_cast<std::size_t>(end - bytes));
-                if (!found) {
+                bytes = state_ == state::text ? next_markup(bytes, end, limit) : find(bytes, end, quote_);
+                if (!bytes) {
                     return true;
                 }
-                bytes = static_cast<const char*>(found);
             } else if (state_ == state::tag) {
                 while (bytes != end && *bytes != '"' && *bytes != '\'' && *bytes != '>') {
                     ++bytes;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <functional>
 #include <limits>
 #include <ostream>
 #include <string_view>
@@ -58,9 +59,39 @@ int compare_digits(std::string_view left, std::string_view right) {
     return left.size() != right.size() ? (left.size() < right.size() ? -1 : 1) : left.compare(right);
 }
 
+/// Value of a whole number as sign and digits without leading zeros, as far as the text's digits go.
+struct s_integer_parts {
+    bool negative = false;
+    std::string_view digits = "0";
+
+    explicit s_integer_parts(std::string_view text) {
+        const std::size_t sign = sign_length(text);
+        std::size_t end = sign;
+        while (end < text.size() && is_digit(text[end])) {
+            ++end;
+        }
+        std::size_t start = sign;
+        while (start + 1 < end && text[start] == '0') {
+            ++start;
+        }
+        if (start < end) {
+            digits = text.substr(start, end - start);
+        }
+        negative = sign != 0 && text[0] == '-' && digits != "0";
+    }
+};
+
+int compare_integers(bool left_negative, std::string_view left, bool right_negative, std::string_view right) {
+    if (left_negative != right_negative) {
+        return left_negative ? -1 : 1;
+    }
+    const int magnitude = compare_digits(left, right);
+    return left_negative ? -magnitude : magnitude;
+}
+
 } // namespace
 
-std::string collapse_whitespace(const std::string& text) {
+std::string collapse_whitespace(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     bool gap = false;
@@ -78,31 +109,21 @@ std::string collapse_whitespace(const std::string& text) {
     return result;
 }
 
-bool is_valid_integer(const std::string& text) {
+bool is_valid_integer(std::string_view text) {
     const std::size_t start = sign_length(text);
-    return start < text.size() && std::all_of(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), is_digit);
+    return start < text.size() && std::all_of(text.begin() + start, text.end(), is_digit);
 }
 
-bool is_valid_bool(const std::string& text) {
+bool is_valid_bool(std::string_view text) {
     return text == "true" || text == "false" || text == "1" || text == "0";
 }
 
 c_big_int::c_big_int(long long value) : c_big_int(std::to_string(value)) {}
 
-c_big_int::c_big_int(const std::string& text) {
-    const std::size_t sign = sign_length(text);
-    std::size_t end = sign;
-    while (end < text.size() && is_digit(text[end])) {
-        ++end;
-    }
-    std::size_t start = sign;
-    while (start + 1 < end && text[start] == '0') {
-        ++start;
-    }
-    if (start < end) {
-        digits_.assign(text, start, end - start);
-    }
-    negative_ = sign != 0 && text[0] == '-' && digits_ != "0";
+c_big_int::c_big_int(std::string_view text) {
+    const s_integer_parts parts(text);
+    negative_ = parts.negative;
+    digits_ = parts.digits;
 }
 
 long long c_big_int::get() const {
@@ -122,15 +143,12 @@ std::string c_big_int::get_as_string() const {
 }
 
 int c_big_int::compare(const c_big_int& other) const {
-    if (negative_ != other.negative_) {
-        return negative_ ? -1 : 1;
-    }
-    const int magnitude = compare_digits(digits_, other.digits_);
-    return negative_ ? -magnitude : magnitude;
+    return compare_integers(negative_, digits_, other.negative_, other.digits_);
 }
 
-int compare(const std::string& text, const c_big_int& number) {
-    return c_big_int(text).compare(number);
+int compare(std::string_view text, const c_big_int& number) {
+    const s_integer_parts parts(text);
+    return compare_integers(parts.negative, parts.digits, number.negative_, number.digits_);
 }
 
 std::ostream& operator<<(std::ostream& out, const c_big_int& number) {
@@ -139,7 +157,7 @@ std::ostream& operator<<(std::ostream& out, const c_big_int& number) {
 
 c_decimal::c_decimal(std::string text) : text_(std::move(text)) {}
 
-bool c_decimal::is_valid(const std::string& text) {
+bool c_decimal::is_valid(std::string_view text) {
     std::size_t digits = 0;
     std::size_t points = 0;
     for (std::size_t i = sign_length(text); i < text.size(); ++i) {
@@ -182,7 +200,20 @@ std::wstring vtostring(const std::string& text) {
     return HostI18n::toWide(text);
 }
 
-std::string output_convert_to_xml(const std::string& utf8, elmx_place place) {
+std::string vtoutf8(const std::wstring& text) {
+    const auto is_code_point = [](wchar_t wide) {
+        const auto c = static_cast<unsigned long>(wide);
+        return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF);
+    };
+    if (std::all_of(text.begin(), text.end(), is_code_point)) {
+        return HostI18n::toUtf8(text);
+    }
+    std::wstring marked = text;
+    std::replace_if(marked.begin(), marked.end(), std::not_fn(is_code_point), L'\xffff');
+    return HostI18n::toUtf8(marked);
+}
+
+std::string output_convert_to_xml(std::string_view utf8, elmx_place place) {
     std::string result;
     result.reserve(utf8.size() + utf8.size() / 8);
     for (const char c : utf8) {
@@ -219,11 +250,10 @@ std::string output_convert_to_xml(const std::wstring& text, elmx_place place) {
     return output_convert_to_xml(HostI18n::toUtf8(text), place);
 }
 
-bool is_xml_text(const std::wstring& text) {
-    return std::all_of(text.begin(), text.end(), [](wchar_t wide) {
-        const auto c = static_cast<unsigned long>(wide);
-        return c >= 0x20 ? c < 0xD800 || (c > 0xDFFF && c < 0xFFFE) || (c > 0xFFFF && c <= 0x10FFFF) : c == 9 || c == 10 || c == 13;
-    });
+bool is_xml_text(std::string_view utf8) {
+    const auto is_allowed = [](char c) { return static_cast<unsigned char>(c) >= 0x20 || c == '\t' || c == '\n' || c == '\r'; };
+    return std::all_of(utf8.begin(), utf8.end(), is_allowed) && utf8.find("\xef\xbf\xbe") == std::string_view::npos &&
+           utf8.find("\xef\xbf\xbf") == std::string_view::npos;
 }
 
 } // namespace lmx60

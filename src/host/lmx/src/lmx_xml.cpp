@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <new>
 #include <utility>
 #include <vector>
@@ -21,30 +22,6 @@ namespace {
 const char* chars(const xmlChar* text) {
     return reinterpret_cast<const char*>(text);
 }
-
-// Millions of these can come out of one piece of input: they are kept small, and no text is longer than a document may be.
-struct s_span {
-    std::uint32_t start = 0;
-    std::uint32_t length = 0;
-};
-
-struct s_attribute {
-    int ns_id = ns_unknown;
-    int line = 0;
-    s_span name;
-    std::uint32_t prefix_length = 0; // with the colon
-    s_span value;
-};
-
-struct s_event {
-    xml_event_kind kind = xml_event_kind::end;
-    int ns_id = ns_unknown;
-    int line = 0;
-    s_span text; // the written name of a start tag, or text
-    std::uint32_t prefix_length = 0;
-    std::uint32_t first_attribute = 0;
-    std::uint32_t attribute_count = 0;
-};
 
 std::uint32_t narrow(std::size_t size) {
     return static_cast<std::uint32_t>(size);
@@ -99,7 +76,7 @@ std::size_t c_read_file::read(char* buffer, std::size_t size) {
 }
 
 struct c_xml::s_parser {
-    explicit s_parser(c_read& input) : source(input) {}
+    s_parser(c_read& input, c_xml& events) : source(input), out(events) {}
     ~s_parser() {
         if (context) {
             xmlFreeParserCtxt(context);
@@ -114,9 +91,8 @@ struct c_xml::s_parser {
     void fail_large(const std::string& what, int at_line);
     int resolve(const xmlChar* uri);
     s_span keep(const char* text, std::size_t length);
-    s_span keep_name(const xmlChar* prefix, const xmlChar* local, std::uint32_t& prefix_length);
-    std::string_view view(s_span span) const { return std::string_view(arena).substr(span.start, span.length); }
     void locate(s_event& event);
+    void keep_attributes(int count, const xmlChar** list, int at_line);
     int line() const { return context->input ? context->input->line : 0; }
 
     void start_document();
@@ -127,22 +103,18 @@ struct c_xml::s_parser {
     static s_parser& of(void* user) { return *static_cast<s_parser*>(user); }
 
     c_read& source;
+    c_xml& out; // its events
     xmlParserCtxtPtr context = nullptr;
     std::vector<std::pair<int, std::string>> namespaces;
     const xmlChar* last_uri = nullptr;
     int last_id = ns_none;
-
-    std::string arena; // names and texts of the events below
-    std::vector<s_event> events;
-    std::size_t next = 0;
-    std::vector<s_attribute> attributes;
-    s_event tag; // the start tag consumed last
 
     c_tag_scan scan;
     std::vector<char> piece;
     std::vector<std::uint32_t> declarations; // per open element
     std::size_t namespaces_in_force = 0;
     std::size_t fed = 0;
+    int latest_line = 0; // of the latest event
     bool at_end = false;
     elmx_error code = error_none;
     std::string text;
@@ -200,11 +172,11 @@ void c_xml::s_parser::feed() {
     if (!context) {
         open();
     }
-    arena.clear();
-    events.clear();
-    attributes.clear();
-    next = 0;
-    while (events.empty() && code == error_none && !at_end) {
+    out.texts_.clear();
+    out.events_.clear();
+    out.attributes_.clear();
+    out.next_ = 0;
+    while (out.events_.empty() && code == error_none && !at_end) {
         // The parser searches all that it holds of an unfinished tag again with each piece: the longer the tag, the larger the pieces.
         const auto held = static_cast<std::size_t>(context->input->end - context->input->cur);
         piece.resize(std::clamp(held, std::size_t{piece_size}, std::size_t{max_piece_size}));
@@ -249,42 +221,26 @@ int c_xml::s_parser::resolve(const xmlChar* uri) {
     return last_id;
 }
 
-s_span c_xml::s_parser::keep(const char* from, std::size_t length) {
-    const s_span span{narrow(arena.size()), narrow(length)};
-    arena.append(from, length);
-    return span;
-}
-
-s_span c_xml::s_parser::keep_name(const xmlChar* prefix, const xmlChar* local, std::uint32_t& prefix_length) {
-    s_span span{narrow(arena.size()), 0};
-    if (prefix) {
-        arena.append(chars(prefix)).append(1, ':');
-    }
-    prefix_length = narrow(arena.size()) - span.start;
-    arena.append(chars(local));
-    span.length = narrow(arena.size()) - span.start;
+c_xml::s_span c_xml::s_parser::keep(const char* from, std::size_t length) {
+    const s_span span{narrow(out.texts_.size()), narrow(length)};
+    out.texts_.append(from, length);
     return span;
 }
 
 /// The parser knows the line where a start tag ends; the tag's text, still in its buffer, gives the lines within.
 void c_xml::s_parser::locate(s_event& event) {
-    const int last_line = line();
-    event.line = last_line;
     const char* const end = chars(context->input->cur);
     const void* const open = memrchr(context->input->base, '<', static_cast<std::size_t>(end - chars(context->input->base)));
     if (!open) {
         return;
     }
     const std::string_view in_tag(static_cast<const char*>(open), static_cast<std::size_t>(end - static_cast<const char*>(open)));
-    for (std::size_t at = in_tag.find('\n'); at != std::string_view::npos; at = in_tag.find('\n', at + 1)) {
-        --event.line;
-    }
-    const auto attribute_end = attributes.begin() + static_cast<std::ptrdiff_t>(event.first_attribute + event.attribute_count);
-    auto attribute = attributes.begin() + static_cast<std::ptrdiff_t>(event.first_attribute);
-    if (event.line == last_line) {
-        std::for_each(attribute, attribute_end, [&](s_attribute& each) { each.line = last_line; });
+    if (in_tag.find('\n') == std::string_view::npos) {
         return;
     }
+    event.line -= static_cast<int>(std::count(in_tag.begin(), in_tag.end(), '\n'));
+    auto attribute = out.attributes_.begin() + event.span.start;
+    const auto attribute_end = attribute + event.span.length;
     int at = event.line;
     std::size_t i = 0;
     const auto step = [&] { at += in_tag[i++] == '\n' ? 1 : 0; };
@@ -318,6 +274,29 @@ void c_xml::s_parser::locate(s_event& event) {
     }
 }
 
+/// Values without entities still stand in the parser's buffer, one behind the other: these are copied in one go, names and all.
+void c_xml::s_parser::keep_attributes(int count, const xmlChar** list, int at_line) {
+    if (count == 0) {
+        return;
+    }
+    constexpr std::less_equal<> is_ordered;
+    const xmlChar* first = list[3];
+    const xmlChar* last = list[5 * (count - 1) + 4];
+    std::uint32_t start = 0;
+    if (is_ordered(context->input->base, first) && is_ordered(first, last) && is_ordered(last, context->input->cur)) {
+        start = keep(chars(first), static_cast<std::size_t>(last - first)).start;
+    } else {
+        first = last = nullptr;
+    }
+    for (int i = 0; i < count; ++i, list += 5) {
+        const auto length = static_cast<std::size_t>(list[4] - list[3]);
+        const bool is_kept = is_ordered(first, list[3]) && is_ordered(list[4], last);
+        const s_span value =
+            is_kept ? s_span{start + narrow(static_cast<std::size_t>(list[3] - first)), narrow(length)} : keep(chars(list[3]), length);
+        out.attributes_.push_back({{chars(list[0]), chars(list[1]), resolve(list[2])}, at_line, value});
+    }
+}
+
 void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int declared, int count,
                                     const xmlChar** list) {
     // A tag that breaks off is announced as well, before its fault.
@@ -328,19 +307,15 @@ void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix,
     }
     s_event event;
     event.kind = xml_event_kind::start;
-    event.ns_id = resolve(uri);
-    event.text = keep_name(prefix, local, event.prefix_length);
-    event.first_attribute = narrow(attributes.size());
-    event.attribute_count = narrow(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i, list += 5) {
-        s_attribute attribute;
-        attribute.ns_id = resolve(list[2]);
-        attribute.name = keep_name(list[1], list[0], attribute.prefix_length);
-        attribute.value = keep(chars(list[3]), static_cast<std::size_t>(list[4] - list[3]));
-        attributes.push_back(attribute);
+    event.name = {chars(local), chars(prefix), resolve(uri)};
+    event.line = line();
+    event.span = {narrow(out.attributes_.size()), narrow(static_cast<std::size_t>(count))};
+    keep_attributes(count, list, event.line);
+    if (event.line != latest_line) {
+        locate(event);
+        latest_line = line();
     }
-    locate(event);
-    events.push_back(event);
+    out.events_.push_back(event);
     declarations.push_back(narrow(static_cast<std::size_t>(declared)));
     namespaces_in_force += declarations.back();
     if (declarations.size() > max_depth) {
@@ -357,8 +332,8 @@ void c_xml::s_parser::end_element() {
     namespaces_in_force -= declarations.back();
     declarations.pop_back();
     s_event event;
-    event.line = line();
-    events.push_back(event);
+    event.line = latest_line = line();
+    out.events_.push_back(event);
 }
 
 void c_xml::s_parser::characters(const char* from, std::size_t length) {
@@ -366,18 +341,18 @@ void c_xml::s_parser::characters(const char* from, std::size_t length) {
         return;
     }
     const s_span span = keep(from, length);
-    if (!events.empty() && events.back().kind == xml_event_kind::text) {
-        events.back().text.length += narrow(length);
+    if (!out.events_.empty() && out.events_.back().kind == xml_event_kind::text) {
+        out.events_.back().span.length += narrow(length);
         return;
     }
     s_event event;
     event.kind = xml_event_kind::text;
-    event.text = span;
-    event.line = line();
-    events.push_back(event);
+    event.span = span;
+    event.line = latest_line = line();
+    out.events_.push_back(event);
 }
 
-c_xml::c_xml(c_read& source) : parser_(std::make_unique<s_parser>(source)) {}
+c_xml::c_xml(c_read& source) : parser_(std::make_unique<s_parser>(source, *this)) {}
 c_xml::~c_xml() = default;
 
 void c_xml::set_namespaces(const s_ns_map* map) {
@@ -392,25 +367,30 @@ void c_xml::add_namespace(int id, const std::string& uri) {
     parser_->last_uri = nullptr;
 }
 
-xml_event_kind c_xml::peek() {
+xml_event_kind c_xml::peek_further() {
     s_parser& parser = *parser_;
-    if (parser.next == parser.events.size()) {
-        if (parser.code == error_none && !parser.at_end) {
-            parser.feed();
-        }
-        if (parser.next == parser.events.size()) {
-            return parser.code != error_none ? xml_event_kind::failed : xml_event_kind::end_of_document;
-        }
+    if (parser.code == error_none && !parser.at_end) {
+        parser.feed();
     }
-    return parser.events[parser.next].kind;
+    if (next_ < events_.size()) {
+        return events_[next_].kind;
+    }
+    return parser.code != error_none ? xml_event_kind::failed : xml_event_kind::end_of_document;
 }
 
-void c_xml::pop() {
-    s_parser& parser = *parser_;
-    const s_event& event = parser.events[parser.next++];
-    if (event.kind == xml_event_kind::start) {
-        parser.tag = event;
+int c_xml::current_line() const {
+    return parser_->context ? parser_->line() : 0;
+}
+
+std::string_view c_xml::written(const s_name& name) const {
+    if (!name.prefix) {
+        return name.local;
     }
+    const xmlChar* const whole = xmlDictQLookup(parser_->context->dict, BAD_CAST name.prefix, BAD_CAST name.local);
+    if (!whole) {
+        throw std::bad_alloc();
+    }
+    return chars(whole);
 }
 
 void c_xml::skip_rest_of_element() {
@@ -422,42 +402,6 @@ void c_xml::skip_rest_of_element() {
         open += kind == xml_event_kind::start ? 1 : kind == xml_event_kind::end ? -1 : 0;
         pop();
     }
-}
-
-int c_xml::next_ns_id() const {
-    return parser_->events[parser_->next].ns_id;
-}
-std::string_view c_xml::next_local_name() const {
-    const s_event& event = parser_->events[parser_->next];
-    return parser_->view(event.text).substr(event.prefix_length);
-}
-std::string_view c_xml::next_name() const {
-    return parser_->view(parser_->events[parser_->next].text);
-}
-std::string_view c_xml::next_text() const {
-    return next_name();
-}
-int c_xml::next_line() const {
-    return parser_->next < parser_->events.size() ? parser_->events[parser_->next].line : parser_->context ? parser_->line() : 0;
-}
-
-std::size_t c_xml::attribute_count() const {
-    return parser_->tag.attribute_count;
-}
-int c_xml::attribute_ns_id(std::size_t index) const {
-    return parser_->attributes[parser_->tag.first_attribute + index].ns_id;
-}
-std::string_view c_xml::attribute_local_name(std::size_t index) const {
-    return attribute_name(index).substr(parser_->attributes[parser_->tag.first_attribute + index].prefix_length);
-}
-std::string_view c_xml::attribute_name(std::size_t index) const {
-    return parser_->view(parser_->attributes[parser_->tag.first_attribute + index].name);
-}
-std::string_view c_xml::attribute_value(std::size_t index) const {
-    return parser_->view(parser_->attributes[parser_->tag.first_attribute + index].value);
-}
-int c_xml::attribute_line(std::size_t index) const {
-    return parser_->attributes[parser_->tag.first_attribute + index].line;
 }
 
 elmx_error c_xml::failure_code() const {

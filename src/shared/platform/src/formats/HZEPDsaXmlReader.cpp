@@ -10,7 +10,6 @@
 #include "HostEnv.h"
 #include "HostErrors.h"
 #include "HostFile.h"
-#include "HostI18n.h"
 #include "HostMsgMgr.h"
 #include "HostPathUtils.h"
 #include "HostZip.h"
@@ -28,15 +27,11 @@
 
 namespace {
 
-std::string toUtf8(const std::wstring& text) {
-    return HostI18n::toUtf8(text);
+bool isWord(std::string_view text, std::string_view word) {
+    return text.size() == word.size() && boost::algorithm::iequals(text, word);
 }
 
-bool isWord(const std::wstring& text, const char* word) {
-    return boost::algorithm::iequals(toUtf8(text), word);
-}
-
-bool isTrue(const std::wstring& text) {
+bool isTrue(std::string_view text) {
     return isWord(text, "true");
 }
 
@@ -104,7 +99,7 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
 /// The minor version plays no part, and a platform before synthesis opens whatever its version.
 bool HZEPDsaXmlReader::canDsaBeOpened_(const BasePlatform::Root& root, std::string& message) const {
     const BasePlatform::Build& build = root.GetDSA().GetBuild();
-    if (build.IssetPlatformState() && isWord(build.GetPlatformState(), "pre_synth"))
+    if (build.IssetPlatformState() && isWord(build.GetPlatformStateUtf8(), "pre_synth"))
         return true;
     const int major = static_cast<int>(root.GetVersionMajor());
     const int current = static_cast<int>(BasePlatform::Root().GetVersionMajor());
@@ -121,32 +116,32 @@ void HZEPDsaXmlReader::parseRoot_(const BasePlatform::Root& root) {
 }
 
 void HZEPDsaXmlReader::parseGenAppData_(const BasePlatform::GenAppInfo& info) {
-    platform_->setGeneratedName(toUtf8(info.GetName()));
-    platform_->setGeneratedVersion(toUtf8(info.GetVersion()));
+    platform_->setGeneratedName(info.GetNameUtf8());
+    platform_->setGeneratedVersion(info.GetVersionUtf8());
     platform_->setGeneratedChangeList(static_cast<std::uint32_t>(info.GetCL()));
     if (info.IssetTimeStamp())
-        platform_->setGeneratedTimestamp(toUtf8(info.GetTimeStamp()));
+        platform_->setGeneratedTimestamp(info.GetTimeStampUtf8());
 }
 
 void HZEPDsaXmlReader::parseDSA_(const BasePlatform::DSA& dsa) {
-    platform_->setVendor(toUtf8(dsa.GetVendor()));
-    platform_->setBoardId(toUtf8(dsa.GetBoardId()));
-    platform_->setName(toUtf8(dsa.GetName()));
+    platform_->setVendor(dsa.GetVendorUtf8());
+    platform_->setBoardId(dsa.GetBoardIdUtf8());
+    platform_->setName(dsa.GetNameUtf8());
     platform_->setVersionMajor(dsa.GetVersionMajor());
     platform_->setVersionMinor(dsa.GetVersionMinor());
-    platform_->setDescription(toUtf8(dsa.GetDescription()));
+    platform_->setDescription(dsa.GetDescriptionUtf8());
     platform_->setOldFeatureRomTime(dsa.GetFeatureRomTimestamp());
     if (dsa.IssetDcpLogicFunctionStripped())
-        platform_->setDcpFuncStripped(isTrue(dsa.GetDcpLogicFunctionStripped()));
+        platform_->setDcpFuncStripped(isTrue(dsa.GetDcpLogicFunctionStrippedUtf8()));
     if (dsa.IssetDcpEncrypt())
-        platform_->setDcpEncrypt(isTrue(dsa.GetDcpEncrypt()));
+        platform_->setDcpEncrypt(isTrue(dsa.GetDcpEncryptUtf8()));
     if (dsa.IssetUnified())
-        platform_->setUnifiedPlatform(isTrue(dsa.GetUnified()));
+        platform_->setUnifiedPlatform(isTrue(dsa.GetUnifiedUtf8()));
     // The oldest files don't say; what they were packed with tells.
-    platform_->setExpandable(dsa.IssetFixed() ? !isTrue(dsa.GetFixed())
+    platform_->setExpandable(dsa.IssetFixed() ? !isTrue(dsa.GetFixedUtf8())
                                               : !HostZip::containsFile(path_, "hwdef.xml") && !HostZip::containsFile(path_, "sysdef.xml"));
     if (dsa.IssetDefaultOutputType())
-        platform_->setDefaultOutputType(toUtf8(dsa.GetDefaultOutputType()));
+        platform_->setDefaultOutputType(dsa.GetDefaultOutputTypeUtf8());
     if (dsa.IssetHost())
         parseHost_(dsa.GetHost());
     parseBuild_(dsa.GetBuild());
@@ -160,16 +155,16 @@ void HZEPDsaXmlReader::parseDSA_(const BasePlatform::DSA& dsa) {
 }
 
 void HZEPDsaXmlReader::parseHost_(const BasePlatform::Host& host) {
-    platform_->setHostArch(toUtf8(host.GetArchitecture()));
+    platform_->setHostArch(host.GetArchitectureUtf8());
     if (host.IssetInterface())
-        platform_->setHostInterface(toUtf8(host.GetInterface()));
+        platform_->setHostInterface(host.GetInterfaceUtf8());
 }
 
 void HZEPDsaXmlReader::parseBuild_(const BasePlatform::Build& build) {
     using Intent = HZEPDesignIntentStorage;
     if (build.IssetPlatformState())
-        platform_->setPlatformState(toUtf8(build.GetPlatformState()));
-    const bool usesPr = build.IssetUsesPR() && isTrue(build.GetUsesPR());
+        platform_->setPlatformState(build.GetPlatformStateUtf8());
+    const bool usesPr = build.IssetUsesPR() && isTrue(build.GetUsesPRUtf8());
     if (build.IssetUsesPR())
         platform_->setUsesPR(usesPr);
     platform_->setComputedDesignIntent(Intent::DataCenter, usesPr);
@@ -177,17 +172,17 @@ void HZEPDsaXmlReader::parseBuild_(const BasePlatform::Build& build) {
     platform_->setComputedDesignIntent(Intent::ExternalHost, usesPr);
     platform_->setComputedDesignIntent(Intent::ServerManaged, usesPr);
     if (build.IssetTopModuleName())
-        platform_->setTopModuleName(toUtf8(build.GetTopModuleName()));
+        platform_->setTopModuleName(build.GetTopModuleNameUtf8());
     if (build.IssetStaticSynthCheckpoint())
         platform_->setPlatformState("synth");
     if (build.IssetAcceleratorBinaryFormat())
-        platform_->setAcceleratorBinaryFormat(toUtf8(build.GetAcceleratorBinaryFormat()));
+        platform_->setAcceleratorBinaryFormat(build.GetAcceleratorBinaryFormatUtf8());
     if (build.IssetAcceleratorBinaryContent())
-        platform_->setAcceleratorBinaryContent(toUtf8(build.GetAcceleratorBinaryContent()));
+        platform_->setAcceleratorBinaryContent(build.GetAcceleratorBinaryContentUtf8());
     if (!build.IssetValidBinaryContentValues()) {
         platform_->addValidBinaryContentValue("dcp");
         platform_->addValidBinaryContentValue("bitstream");
-    } else if (const std::string values = toUtf8(build.GetValidBinaryContentValues()); !values.empty()) {
+    } else if (const std::string values = build.GetValidBinaryContentValuesUtf8(); !values.empty()) {
         std::vector<std::string> pieces;
         boost::algorithm::split(pieces, values, [](char c) { return c == ','; });
         for (const std::string& piece : pieces)
@@ -196,21 +191,21 @@ void HZEPDsaXmlReader::parseBuild_(const BasePlatform::Build& build) {
     if (build.IssetBvlcCompileSwitches()) {
         const BasePlatform::BvlcCompileSwitches& switches = build.GetBvlcCompileSwitches();
         for (std::size_t i = 0; i < switches.SizeBvlcCompileSwitch(); ++i)
-            platform_->addBvlcCompileXpSwitch(toUtf8(switches.GetBvlcCompileSwitch(i).GetValue()));
+            platform_->addBvlcCompileXpSwitch(switches.GetBvlcCompileSwitch(i).GetValueUtf8());
     }
     if (build.IssetBvlcLinkSwitches()) {
         const BasePlatform::BvlcLinkSwitches& switches = build.GetBvlcLinkSwitches();
         for (std::size_t i = 0; i < switches.SizeBvlcLinkSwitch(); ++i)
-            platform_->addBvlcLinkXpSwitch(toUtf8(switches.GetBvlcLinkSwitch(i).GetValue()));
+            platform_->addBvlcLinkXpSwitch(switches.GetBvlcLinkSwitch(i).GetValueUtf8());
     }
 }
 
 void HZEPDsaXmlReader::parseBoard_(const BasePlatform::Board& source, HPLBoard& board) {
-    board.setName(toUtf8(source.GetName()));
-    board.setVendor(toUtf8(source.GetVendor()));
-    board.setPart(toUtf8(source.GetPart()));
+    board.setName(source.GetNameUtf8());
+    board.setVendor(source.GetVendorUtf8());
+    board.setPart(source.GetPartUtf8());
     if (source.IssetBoardPart())
-        board.setBoardPart(toUtf8(source.GetBoardPart()));
+        board.setBoardPart(source.GetBoardPartUtf8());
     if (source.IssetInterfaces())
         parseInterfaces_(source.GetInterfaces());
     if (source.IssetMemories())
@@ -221,58 +216,58 @@ void HZEPDsaXmlReader::parseBoard_(const BasePlatform::Board& source, HPLBoard& 
     if (source.IssetPCIeId()) {
         const BasePlatform::PCIeId& id = source.GetPCIeId();
         HPLPCIeId& pcieId = board.getWriteablePCIeId();
-        pcieId.setDevice(toUtf8(id.GetDevice()));
-        pcieId.setVendor(toUtf8(id.GetVendor()));
-        pcieId.setSubsystem(toUtf8(id.GetSubsystem()));
+        pcieId.setDevice(id.GetDeviceUtf8());
+        pcieId.setVendor(id.GetVendorUtf8());
+        pcieId.setSubsystem(id.GetSubsystemUtf8());
         if (id.IssetFeatureId())
-            pcieId.setFeatureId(toUtf8(id.GetFeatureId()));
+            pcieId.setFeatureId(id.GetFeatureIdUtf8());
     }
 }
 
 void HZEPDsaXmlReader::parseInterfaces_(const BasePlatform::Interfaces& interfaces) {
     const BasePlatform::Interface& source = interfaces.GetInterface();
     HPLInterface& interface = *platform_->addInterface();
-    interface.setId(toUtf8(source.GetId()));
-    interface.setType(toUtf8(source.GetType()));
-    interface.setName(toUtf8(source.GetName()));
+    interface.setId(source.GetIdUtf8());
+    interface.setType(source.GetTypeUtf8());
+    interface.setName(source.GetNameUtf8());
 }
 
 void HZEPDsaXmlReader::parseMemories_(const BasePlatform::Memories& memories) {
     for (std::size_t i = 0; i < memories.SizeMemory(); ++i) {
         const BasePlatform::Memory& source = memories.GetMemory(i);
         HPLMemory& memory = *platform_->addMemory();
-        memory.setName(toUtf8(source.GetName()));
-        memory.setType(toUtf8(source.GetType()));
-        memory.setSize(toUtf8(source.GetSize()));
+        memory.setName(source.GetNameUtf8());
+        memory.setType(source.GetTypeUtf8());
+        memory.setSize(source.GetSizeUtf8());
         memory.setHighestAddress(static_cast<std::uint64_t>(source.GetHighestAddress()));
         memory.setLowestAddress(static_cast<std::uint64_t>(source.GetLowestAddress()));
         if (!source.IssetConfig())
             continue;
         const BasePlatform::Config& config = source.GetConfig();
         for (std::size_t p = 0; p < config.SizeParam(); ++p)
-            memory.addConfigParam(toUtf8(config.GetParam(p).GetName()), toUtf8(config.GetParam(p).GetValue()));
+            memory.addConfigParam(config.GetParam(p).GetNameUtf8(), config.GetParam(p).GetValueUtf8());
     }
 }
 
 void HZEPDsaXmlReader::parseConnectors_(const BasePlatform::Connectors& connectors, HPLBoard& board) {
     for (std::size_t i = 0; i < connectors.SizeConnector(); ++i) {
         const BasePlatform::Connector& source = connectors.GetConnector(i);
-        const std::string connectedName = toUtf8(source.GetConnectedConnector());
-        board.addDimmConnector(toUtf8(source.GetName()), toUtf8(source.GetDisplayName()), toUtf8(source.GetType()), connectedName,
-                               toUtf8(source.GetConnectedConnectorDisplayName()), !connectedName.empty(), isTrue(source.GetIsLocked()));
+        const std::string connectedName = source.GetConnectedConnectorUtf8();
+        board.addDimmConnector(source.GetNameUtf8(), source.GetDisplayNameUtf8(), source.GetTypeUtf8(), connectedName,
+                               source.GetConnectedConnectorDisplayNameUtf8(), !connectedName.empty(), isTrue(source.GetIsLockedUtf8()));
     }
 }
 
 void HZEPDsaXmlReader::parseImages_(const BasePlatform::Images& images, HPLBoard& board) {
     for (std::size_t i = 0; i < images.SizeImg(); ++i) {
         const BasePlatform::Img& image = images.GetImg(i);
-        const std::wstring& type = image.GetType();
-        if (type == L"HDPI")
-            board.setImgFileHdpi(toUtf8(image.GetFile()));
-        else if (type == L"MDPI")
-            board.setImgFileMdpi(toUtf8(image.GetFile()));
-        else if (type == L"LDPI")
-            board.setImgFileLdpi(toUtf8(image.GetFile()));
+        const std::string type = image.GetTypeUtf8();
+        if (type == "HDPI")
+            board.setImgFileHdpi(image.GetFileUtf8());
+        else if (type == "MDPI")
+            board.setImgFileMdpi(image.GetFileUtf8());
+        else if (type == "LDPI")
+            board.setImgFileLdpi(image.GetFileUtf8());
     }
 }
 
@@ -282,32 +277,32 @@ void HZEPDsaXmlReader::parseDevices_(const BasePlatform::Devices& devices) {
 }
 
 void HZEPDsaXmlReader::parseDevice_(const BasePlatform::Device& source, HPLDevice& device) {
-    device.setName(toUtf8(source.GetName()));
-    device.setType(toUtf8(source.GetType()));
+    device.setName(source.GetNameUtf8());
+    device.setType(source.GetTypeUtf8());
     if (source.IssetFpgaDevice())
-        device.setFpgaPart(toUtf8(source.GetFpgaDevice()));
+        device.setFpgaPart(source.GetFpgaDeviceUtf8());
     if (source.IssetSystemClocks()) {
         const BasePlatform::SystemClocks& clocks = source.GetSystemClocks();
         for (std::size_t i = 0; i < clocks.SizeSystemClock(); ++i)
-            device.addSystemClock(toUtf8(clocks.GetSystemClock(i).GetName()), toUtf8(clocks.GetSystemClock(i).GetFrequency()));
+            device.addSystemClock(clocks.GetSystemClock(i).GetNameUtf8(), clocks.GetSystemClock(i).GetFrequencyUtf8());
     }
     parseCore_(source.GetCore(), device.getCore());
 }
 
 void HZEPDsaXmlReader::parseCore_(const BasePlatform::Core& source, HPLCore& core) {
-    core.setName(toUtf8(source.GetName()));
-    core.setType(toUtf8(source.GetType()));
+    core.setName(source.GetNameUtf8());
+    core.setType(source.GetTypeUtf8());
     core.setNumComputeUnits(source.GetComputeUnits());
     if (source.IssetClockFreq())
-        core.setClockFreq(toUtf8(source.GetClockFreq()));
+        core.setClockFreq(source.GetClockFreqUtf8());
     if (source.IssetInstancePath())
-        core.setInstPath(toUtf8(source.GetInstancePath()));
+        core.setInstPath(source.GetInstancePathUtf8());
     if (source.IssetParentRMInstancePath())
-        core.setParentRMInstPath(toUtf8(source.GetParentRMInstancePath()));
+        core.setParentRMInstPath(source.GetParentRMInstancePathUtf8());
     if (source.IssetVLNV())
-        core.setVLNV(toUtf8(source.GetVLNV()));
+        core.setVLNV(source.GetVLNVUtf8());
     if (source.IssetDRBDName())
-        core.setDRBDName(toUtf8(source.GetDRBDName()));
+        core.setDRBDName(source.GetDRBDNameUtf8());
     // DRBaseAddress is written and not read.
     if (!source.IssetInnerCore())
         return;
@@ -315,7 +310,7 @@ void HZEPDsaXmlReader::parseCore_(const BasePlatform::Core& source, HPLCore& cor
     if (inner.IssetConfig()) {
         const BasePlatform::InnerCoreConfig& config = inner.GetConfig();
         for (std::size_t i = 0; i < config.SizeParam(); ++i)
-            core.addConfigParam(toUtf8(config.GetParam(i).GetName()), toUtf8(config.GetParam(i).GetValue()));
+            core.addConfigParam(config.GetParam(i).GetNameUtf8(), config.GetParam(i).GetValueUtf8());
     }
     for (std::size_t i = 0; i < inner.SizePort(); ++i)
         parsePort_(inner.GetPort(i), *core.addPort());
@@ -324,69 +319,68 @@ void HZEPDsaXmlReader::parseCore_(const BasePlatform::Core& source, HPLCore& cor
 }
 
 void HZEPDsaXmlReader::parseAvailableResources_(const BasePlatform::AvailableResources& source, HPLCore& core) {
-    const auto take = [this, &core](const std::wstring& count, void (HPLCore::*setText)(std::string),
+    const auto take = [this, &core](const std::string& text, void (HPLCore::*setText)(std::string),
                                     void (HZEPHardwarePlatform::*setNumber)(int)) {
-        const std::string text = toUtf8(count);
         (core.*setText)(text);
         if (!text.empty())
             (platform_->*setNumber)(static_cast<int>(std::strtol(text.c_str(), nullptr, 10)));
     };
-    take(source.GetBRAM(), &HPLCore::setBRAMCount, &HZEPHardwarePlatform::setBRAMCount);
-    take(source.GetDSP(), &HPLCore::setDSPCount, &HZEPHardwarePlatform::setDSPCount);
-    take(source.GetLUT(), &HPLCore::setLUTCount, &HZEPHardwarePlatform::setLUTCount);
-    core.setRegisterCount(toUtf8(source.GetREG()));
+    take(source.GetBRAMUtf8(), &HPLCore::setBRAMCount, &HZEPHardwarePlatform::setBRAMCount);
+    take(source.GetDSPUtf8(), &HPLCore::setDSPCount, &HZEPHardwarePlatform::setDSPCount);
+    take(source.GetLUTUtf8(), &HPLCore::setLUTCount, &HZEPHardwarePlatform::setLUTCount);
+    core.setRegisterCount(source.GetREGUtf8());
     for (std::size_t i = 0; i < source.SizePBlock(); ++i) {
         const BasePlatform::PBlock& block = source.GetPBlock(i);
-        const std::string name = toUtf8(block.GetName());
+        const std::string name = block.GetNameUtf8();
         // The list is kept as one name, commas and all.
         if (block.IssetValidSLRs())
-            core.addSLRInfo(name, toUtf8(block.GetValidSLRs()));
+            core.addSLRInfo(name, block.GetValidSLRsUtf8());
         for (std::size_t r = 0; r < block.SizeResource(); ++r)
-            core.addResourceInfo(name, toUtf8(block.GetResource(r).GetName()), toUtf8(block.GetResource(r).GetVal()));
+            core.addResourceInfo(name, block.GetResource(r).GetNameUtf8(), block.GetResource(r).GetValUtf8());
     }
 }
 
 void HZEPDsaXmlReader::parsePort_(const BasePlatform::Port& source, HPLPort& port) {
-    port.setName(toUtf8(source.GetName()));
-    port.setType(toUtf8(source.GetType()));
+    port.setName(source.GetNameUtf8());
+    port.setType(source.GetTypeUtf8());
     if (source.IssetMode())
-        port.setMode(toUtf8(source.GetMode()));
+        port.setMode(source.GetModeUtf8());
     if (source.IssetProtocol())
-        port.setProtocol(toUtf8(source.GetProtocol()));
+        port.setProtocol(source.GetProtocolUtf8());
     if (source.IssetBase())
-        port.setBase(toUtf8(source.GetBase()));
+        port.setBase(source.GetBaseUtf8());
     if (source.IssetRange())
-        port.setRange(toUtf8(source.GetRange()));
+        port.setRange(source.GetRangeUtf8());
     if (source.IssetDataWidth())
-        port.setDataWidth(toUtf8(source.GetDataWidth()));
+        port.setDataWidth(source.GetDataWidthUtf8());
     if (source.IssetIdWidth())
-        port.setIdWidth(toUtf8(source.GetIdWidth()));
+        port.setIdWidth(source.GetIdWidthUtf8());
     if (source.IssetUserWidth())
-        port.setUserWidth(toUtf8(source.GetUserWidth()));
+        port.setUserWidth(source.GetUserWidthUtf8());
     if (source.IssetAddressWidth())
-        port.setAddrWidth(toUtf8(source.GetAddressWidth()));
+        port.setAddrWidth(source.GetAddressWidthUtf8());
     if (source.IssetAddressOffset())
-        port.setAddrOffset(toUtf8(source.GetAddressOffset()));
+        port.setAddrOffset(source.GetAddressOffsetUtf8());
     if (source.IssetAddressRange())
-        port.setAddrRange(toUtf8(source.GetAddressRange()));
+        port.setAddrRange(source.GetAddressRangeUtf8());
     if (source.IssetMaxBurstLength())
-        port.setMaxBurstLength(toUtf8(source.GetMaxBurstLength()));
+        port.setMaxBurstLength(source.GetMaxBurstLengthUtf8());
     if (source.IssetFrequency())
-        port.setFrequency(toUtf8(source.GetFrequency()));
+        port.setFrequency(source.GetFrequencyUtf8());
     if (source.IssetDirection())
-        port.setDirection(toUtf8(source.GetDirection()));
+        port.setDirection(source.GetDirectionUtf8());
     if (source.IssetPolarity())
-        port.setPolarity(toUtf8(source.GetPolarity()));
+        port.setPolarity(source.GetPolarityUtf8());
     if (!source.IssetAddressSegments())
         return;
     const BasePlatform::AddressSegments& segments = source.GetAddressSegments();
     for (std::size_t i = 0; i < segments.SizeAddressSegment(); ++i) {
         const BasePlatform::AddressSegment& from = segments.GetAddressSegment(i);
         auto segment = std::make_unique<HPLAddressSegment>();
-        segment->setBase(toUtf8(from.GetBase()));
-        segment->setName(toUtf8(from.GetName()));
-        segment->setRange(toUtf8(from.GetRange()));
-        segment->setSlaveName(toUtf8(from.GetSlave()));
+        segment->setBase(from.GetBaseUtf8());
+        segment->setName(from.GetNameUtf8());
+        segment->setRange(from.GetRangeUtf8());
+        segment->setSlaveName(from.GetSlaveUtf8());
         port.addAddressSegment(segment.release());
     }
 }
@@ -397,17 +391,17 @@ void HZEPDsaXmlReader::parseFiles_(const BasePlatform::Files& files) {
 }
 
 void HZEPDsaXmlReader::parseFile_(const BasePlatform::File& source) {
-    const std::string name = toUtf8(source.GetName());
-    HPLFile& file = *platform_->addFile(toUtf8(source.GetType()), name);
+    const std::string name = source.GetNameUtf8();
+    HPLFile& file = *platform_->addFile(source.GetTypeUtf8(), name);
     if (source.IssetProcessingOrder())
-        file.setProcessingOrder(toUtf8(source.GetProcessingOrder()));
+        file.setProcessingOrder(source.GetProcessingOrderUtf8());
     if (source.IssetUsedIn())
-        file.setUsedIn(toUtf8(source.GetUsedIn()));
-    if (isWord(source.GetType(), "HPFM")) {
+        file.setUsedIn(source.GetUsedInUtf8());
+    if (isWord(source.GetTypeUtf8(), "HPFM")) {
         takeListed_(name);
         parseHpfm_(name);
     }
-    if (isWord(source.GetType(), "EMU_XML")) {
+    if (isWord(source.GetTypeUtf8(), "EMU_XML")) {
         takeListed_(name);
         scanEmulations_(name);
     }
@@ -460,13 +454,13 @@ void HZEPDsaXmlReader::parseFeatureRom_(const BasePlatform::FeatureRom& source) 
     rom.setDruvelBuildID(source.GetDruvelBuildID());
     rom.setIPBuildID(source.GetIPBuildID());
     rom.setTimeSinceEpoch(source.GetTimeSinceEpoch());
-    setRomName<&HZEPHardwareFeatureRom::setFPGAPartName>(rom, toUtf8(source.GetFPGAPartName()));
-    setRomName<&HZEPHardwareFeatureRom::setVBNVName>(rom, toUtf8(source.GetVBNVName()));
+    setRomName<&HZEPHardwareFeatureRom::setFPGAPartName>(rom, source.GetFPGAPartNameUtf8());
+    setRomName<&HZEPHardwareFeatureRom::setVBNVName>(rom, source.GetVBNVNameUtf8());
     rom.setDDRChannelCount(source.GetDDRChannelCount());
     rom.setDDRChannelSize(source.GetDDRChannelSize());
     rom.setDRBaseAddress(source.GetDRBaseAddress());
     rom.setFeatureBitMap(source.GetFeatureBitMap());
-    rom.setUUID(toUtf8(source.GetUUID()));
+    rom.setUUID(source.GetUUIDUtf8());
     rom.setCDMABaseAddress(0, source.GetCDMABaseAddress0());
     rom.setCDMABaseAddress(1, source.GetCDMABaseAddress1());
     rom.setCDMABaseAddress(2, source.GetCDMABaseAddress2());
@@ -483,8 +477,8 @@ void HZEPDsaXmlReader::parseDesignIPs_(const BasePlatform::DesignIPs& ips) {
 }
 
 void HZEPDsaXmlReader::parseIP_(const BasePlatform::IP& source, HZEPDesignIPInstance& instance) {
-    instance.setVLNV(toUtf8(source.GetVLNV()));
-    instance.setInstanceName(toUtf8(source.GetInstanceName()));
+    instance.setVLNV(source.GetVLNVUtf8());
+    instance.setInstanceName(source.GetInstanceNameUtf8());
     if (source.IssetConfiguration())
         parseConfiguration_(source.GetConfiguration(), instance);
 }
@@ -492,6 +486,6 @@ void HZEPDsaXmlReader::parseIP_(const BasePlatform::IP& source, HZEPDesignIPInst
 void HZEPDsaXmlReader::parseConfiguration_(const BasePlatform::Configuration& configuration, HZEPDesignIPInstance& instance) {
     for (std::size_t i = 0; i < configuration.SizeParameter(); ++i) {
         const BasePlatform::Parameter& parameter = configuration.GetParameter(i);
-        instance.addConfigParam(toUtf8(parameter.GetName()), toUtf8(parameter.GetValue()));
+        instance.addConfigParam(parameter.GetNameUtf8(), parameter.GetValueUtf8());
     }
 }

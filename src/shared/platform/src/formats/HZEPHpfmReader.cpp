@@ -3,7 +3,6 @@
 #include "HZEPHpfmReader.h"
 
 #include "HZEPHardwarePlatform.h"
-#include "HostI18n.h"
 #include "HostMsgMgr.h"
 #include "HostPathUtils.h"
 #include "LmxFile.h"
@@ -83,14 +82,14 @@ void HZEPHpfmReader::parseRepository(const Repository& repository) {
 
 void HZEPHpfmReader::parseComponent_(const Component& component) {
     const PlatformInfo& info = component.GetPlatformInfo();
-    const std::string name = HostI18n::toUtf8(component.GetName());
+    const std::string name = component.GetNameUtf8();
     if (platform_->getVendor().empty())
-        platform_->setVendor(HostI18n::toUtf8(component.GetVendor()));
+        platform_->setVendor(component.GetVendorUtf8());
     if (platform_->getBoardId().empty())
         platform_->setBoardId(name);
     if (platform_->getName().empty())
         platform_->setName(name);
-    platform_->setDescription(HostI18n::toUtf8(info.GetDescription()));
+    platform_->setDescription(info.GetDescriptionUtf8());
 
     // The counts of the estimates are not the platform's.
     platform_->setBRAMCount(static_cast<int>(component.GetBRAM()));
@@ -110,11 +109,11 @@ void HZEPHpfmReader::parseSystemClocks_(const SystemClocks& clocks) {
     for (std::size_t i = 0; i < clocks.SizeClock(); ++i) {
         const Clock& source = clocks.GetClock(i);
         HZEPSystemClock& clock = *platform_->addSystemClock();
-        clock.setName(HostI18n::toUtf8(source.GetName()));
+        clock.setName(source.GetNameUtf8());
         clock.setOrigName(clock.getName());
-        clock.setCompRef(HostI18n::toUtf8(source.GetComponentRef()));
-        clock.setInstRef(HostI18n::toUtf8(source.GetInstanceRef()));
-        clock.setStatus(HostI18n::toUtf8(source.GetStatus()));
+        clock.setCompRef(source.GetComponentRefUtf8());
+        clock.setInstRef(source.GetInstanceRefUtf8());
+        clock.setStatus(source.GetStatusUtf8());
         clock.setFrequency(source.GetFrequency().get_as_string());
         clock.setPeriod(source.GetPeriod().get_as_string());
         if (source.IssetId()) {
@@ -128,11 +127,11 @@ void HZEPHpfmReader::parseSystemClocks_(const SystemClocks& clocks) {
 
 void HZEPHpfmReader::parseParam_(const Parameter& source) {
     HZEPHardwareIPParam& parameter = *platform_->addHardwareIPParam();
-    parameter.setName(HostI18n::toUtf8(source.GetName()));
-    parameter.setValue(HostI18n::toUtf8(source.GetValue()));
-    parameter.setIsValid(HostI18n::toUtf8(source.GetIsValid()));
-    parameter.setCompRef(HostI18n::toUtf8(source.GetComponentRef()));
-    parameter.setInstRef(HostI18n::toUtf8(source.GetInstanceRef()));
+    parameter.setName(source.GetNameUtf8());
+    parameter.setValue(source.GetValueUtf8());
+    parameter.setIsValid(source.GetIsValidUtf8());
+    parameter.setCompRef(source.GetComponentRefUtf8());
+    parameter.setInstRef(source.GetInstanceRefUtf8());
 }
 
 void HZEPHpfmReader::parseBusInterfaces_(const Component& component) {
@@ -146,43 +145,43 @@ void HZEPHpfmReader::parseNocConnectivities_(const Component& component) {
 }
 
 void HZEPHpfmReader::parseNocConnectivity_(const NocConnectivity& source, HZEPHardwareNocConnectivity& connectivity) {
-    connectivity.setInstanceRef(HostI18n::toUtf8(source.GetInstanceRef()));
+    connectivity.setInstanceRef(source.GetInstanceRefUtf8());
     for (std::size_t i = 0; i < source.SizeBusInterface(); ++i)
         parseBusInterface_(source.GetBusInterface(i), *connectivity.addBusInterface());
 }
 
 void HZEPHpfmReader::parseBusInterface_(const BusInterface& source, HZEPHardwareBusInterface& bus) {
-    bus.setName(HostI18n::toUtf8(source.GetName()));
+    bus.setName(source.GetNameUtf8());
     if (source.IssetBusTypeRef())
-        bus.setBusTypeRef(HostI18n::toUtf8(source.GetBusTypeRef()));
+        bus.setBusTypeRef(source.GetBusTypeRefUtf8());
     if (source.IssetInstanceRef())
-        bus.setInstRef(HostI18n::toUtf8(source.GetInstanceRef()));
+        bus.setInstRef(source.GetInstanceRefUtf8());
     if (source.IssetComponentRef())
-        bus.setCompRef(HostI18n::toUtf8(source.GetComponentRef()));
+        bus.setCompRef(source.GetComponentRefUtf8());
     if (source.IssetBusInterfaceRef())
-        bus.setBusInterfaceRef(HostI18n::toUtf8(source.GetBusInterfaceRef()));
+        bus.setBusInterfaceRef(source.GetBusInterfaceRefUtf8());
     if (source.IssetClockRef())
-        bus.setClockRef(HostI18n::toUtf8(source.GetClockRef()));
+        bus.setClockRef(source.GetClockRefUtf8());
     if (source.IssetDataWidth())
         bus.setDataWidth(source.GetDataWidth());
     if (source.IssetDirection())
-        bus.setDirection(HostI18n::toUtf8(source.GetDirection()));
+        bus.setDirection(source.GetDirectionUtf8());
     if (source.IssetMemport())
-        bus.setMemPort(HostI18n::toUtf8(source.GetMemport()));
+        bus.setMemPort(source.GetMemportUtf8());
     if (source.IssetSptag())
-        bus.setSPTag(HostI18n::toUtf8(source.GetSptag()));
+        bus.setSPTag(source.GetSptagUtf8());
     if (source.IssetMode())
-        bus.setMode(HostI18n::toUtf8(source.GetMode()));
+        bus.setMode(source.GetModeUtf8());
     if (source.IssetAddressSegment())
-        bus.setAddressSegment(HostI18n::toUtf8(source.GetAddressSegment()));
+        bus.setAddressSegment(source.GetAddressSegmentUtf8());
     if (source.IssetMemoryInstance())
-        bus.setMemoryInstance(HostI18n::toUtf8(source.GetMemoryInstance()));
+        bus.setMemoryInstance(source.GetMemoryInstanceUtf8());
     if (source.IssetSlr())
-        bus.setSLR(HostI18n::toUtf8(source.GetSlr()));
+        bus.setSLR(source.GetSlrUtf8());
     if (source.IssetSize())
-        bus.setSize(HostI18n::toUtf8(source.GetSize()));
+        bus.setSize(source.GetSizeUtf8());
     if (source.IssetPeakMemoryBandwidth())
-        bus.setPeakMemoryBandwidth(HostI18n::toUtf8(source.GetPeakMemoryBandwidth()));
+        bus.setPeakMemoryBandwidth(source.GetPeakMemoryBandwidthUtf8());
     if (source.IssetMaxMasters())
         bus.setMaxMasters(source.GetMaxMasters());
     if (source.IssetIdBits())
@@ -190,7 +189,7 @@ void HZEPHpfmReader::parseBusInterface_(const BusInterface& source, HZEPHardware
     if (source.IssetIsrId())
         bus.setISRId(source.GetIsrId());
     if (source.IssetCategory())
-        bus.setCategory(HostI18n::toUtf8(source.GetCategory()));
+        bus.setCategory(source.GetCategoryUtf8());
     for (std::size_t i = 0; i < source.SizeAddressSegment(); ++i)
         parseAddressSegment_(source.GetAddressSegment(i), bus);
 }
@@ -198,15 +197,15 @@ void HZEPHpfmReader::parseBusInterface_(const BusInterface& source, HZEPHardware
 void HZEPHpfmReader::parseAddressSegment_(const BusInterfaceAddressSegment& source, HZEPHardwareBusInterface& bus) {
     HZEPHardwareAddressSegment& segment = *bus.addAddressSegment();
     if (source.IssetBaseName())
-        segment.setBaseName(HostI18n::toUtf8(source.GetBaseName()));
+        segment.setBaseName(source.GetBaseNameUtf8());
     if (source.IssetName())
-        segment.setName(HostI18n::toUtf8(source.GetName()));
+        segment.setName(source.GetNameUtf8());
     if (source.IssetIndex())
         segment.setIndex(source.GetIndex());
     if (source.IssetMemoryInstance())
-        segment.setMemoryInstance(HostI18n::toUtf8(source.GetMemoryInstance()));
+        segment.setMemoryInstance(source.GetMemoryInstanceUtf8());
     if (source.IssetAuto()) {
-        const std::string assignment = HostI18n::toUtf8(source.GetAuto());
+        const std::string assignment = source.GetAutoUtf8();
         segment.setAuto(assignment);
         if (bus.getCompRef() == kHbmSubsystem) {
             platform_->setHBMPresent();
@@ -215,15 +214,15 @@ void HZEPHpfmReader::parseAddressSegment_(const BusInterfaceAddressSegment& sour
         }
     }
     if (source.IssetSptag())
-        segment.setSPTag(HostI18n::toUtf8(source.GetSptag()));
+        segment.setSPTag(source.GetSptagUtf8());
     if (source.IssetSlr())
-        segment.setSlr(HostI18n::toUtf8(source.GetSlr()));
+        segment.setSlr(source.GetSlrUtf8());
     if (source.IssetMaxMasters())
         segment.setMaxMasters(source.GetMaxMasters());
     if (source.IssetInstanceRef())
-        segment.setInstanceRef(HostI18n::toUtf8(source.GetInstanceRef()));
+        segment.setInstanceRef(source.GetInstanceRefUtf8());
     if (source.IssetRegion())
-        segment.setRegion(HostI18n::toUtf8(source.GetRegion()));
+        segment.setRegion(source.GetRegionUtf8());
     if (source.IssetReadBwUsed())
         segment.setReadBwUsed(static_cast<int>(source.GetReadBwUsed().get()));
     if (source.IssetWriteBwUsed())
