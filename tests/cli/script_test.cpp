@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 
 // Every *.txt beside this file is a list of commands and what they must say:
-//   $ COMMAND        run by sh among the packed examples, hzep on the path, $SOURCE the source tree
+//   $ COMMAND        run by sh in a folder of its own among the packed examples, hzep on the path, $SOURCE the source tree
 //   TEXT             a line of standard output
 //   ! TEXT           a line of standard error
 //   ...              any lines of standard output; "! ..." the same for standard error
@@ -10,6 +10,7 @@
 // A blank line or one that begins with "## " is a comment.
 
 #include "CommandLine.h"
+#include "TempDir.h"
 
 #include <gtest/gtest.h>
 
@@ -85,8 +86,11 @@ TEST_P(Script, SaysWhatItMust) {
     const std::string path = HZEP_SOURCE_DIR "/tests/cli/" + GetParam() + ".txt";
     const std::vector<Step> steps = readScript(path);
     ASSERT_FALSE(steps.empty());
+    // What a script leaves behind is no other one's.
+    const TempDir directory;
+    std::filesystem::copy(getExamples(), directory.path(), std::filesystem::copy_options::recursive);
     for (const Step& step : steps) {
-        const CommandResult result = runCommand(getExamples(), step.command);
+        const CommandResult result = runCommand(directory.path(), step.command);
         const std::string place = path + ":" + std::to_string(step.line) + ": " + step.command + "\n";
         EXPECT_EQ(result.status, step.status) << place << result.err;
         EXPECT_TRUE(matches(step.out, 0, splitLines(result.out), 0)) << place << "standard output:\n" << result.out;
