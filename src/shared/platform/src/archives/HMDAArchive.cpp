@@ -4,10 +4,8 @@
 
 #include "HZEPJSONText.h"
 #include "HZEPJSONUtils.h"
-#include "HZEPTmpDirObject.h"
 #include "HostErrors.h"
 #include "HostFile.h"
-#include "HostFileUtils.h"
 #include "HostMsgMgr.h"
 #include "HostZip.h"
 #include "HostZipMember.h"
@@ -133,14 +131,10 @@ void HMDAArchive::create() const {
         throw HostAlgException(operation + "mdaFile is not set");
     if (HostFile::exists(file_))
         throw HostUserException(operation + "mdaFile exists already: " + file_);
-    const HZEPTmpDirObject staging("mda");
-    const std::string fresh = staging.get() + "/new";
-    HostZip::packDirectory(staging.get(), fresh);
-    HostZipUpdate update(fresh);
-    update.put(getJsonFileName(), render(*this));
-    update.attachDigest();
-    update.commit();
-    HostFileUtils::writeFileAtomically(file_, HostFileUtils::readFile(fresh));
+    HostZipUpdate archive = HostZipUpdate::create(file_);
+    archive.put(getJsonFileName(), render(*this));
+    archive.attachDigest();
+    archive.commit();
 }
 
 void HMDAArchive::archive(const std::string& type, const std::string& name, const std::string& source) {
@@ -257,11 +251,10 @@ std::string HMDAArchive::extractFile_(const std::string& name, const std::string
     std::string path = destDir + "/" + name;
     if (!HostZip::containsFile(file_, name))
         return path;
-    const std::string bytes = HostZip::readMember(file_, name);
     makeFolders(destDir, name);
     // A link there would lead out of the directory.
     if (std::error_code ignored; fs::is_symlink(fs::symlink_status(path, ignored)))
         HostFile(path).rm();
-    HostFileUtils::writeFileAtomically(path, bytes);
+    HostZip::extractMember(file_, name, path);
     return path;
 }
