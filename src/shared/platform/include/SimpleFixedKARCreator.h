@@ -18,6 +18,7 @@ public:
 
     /// The platform stays the caller's, and keeps what writeKAR sets.
     void setSeedPlatform(HZEPHardwarePlatform* platform) { seedPlatform_ = platform; }
+    HZEPHardwarePlatform* getSeedPlatform() const { return seedPlatform_; }
 
     /// The three steps below; true. Raises HostAlgException without a seed, HostError when the archive can't be written, and what toJSON
     /// raises. The archive appears whole or not at all.

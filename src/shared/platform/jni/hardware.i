@@ -59,7 +59,9 @@
     }
     std::vector<HZEPHardwareFeatureRom*> getFeatureRomVecRange() const {
         const auto [first, last] = $self->getFeatureRomVecRange();
-        return {first, last};
+        const std::vector<HZEPHardwareFeatureRom*> roms(first, last);
+        hzep_script::handOut(&roms);
+        return roms;
     }
 }
 

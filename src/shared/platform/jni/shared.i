@@ -26,7 +26,6 @@
 #include "HZEPBootImg.h"
 #include "ScriptHandles.h"
 
-#include <boost/property_tree/json_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 
 #include <map>
@@ -38,7 +37,7 @@
 // A pointer that comes back from a script is followed only while its object is there; null stands for "none", but not as the object that
 // an operation is called on.
 %typemap(check) SWIGTYPE *self {
-    if (!hzep_script::isUsable($1))
+    if (!hzep_script::isCallable($1, "$symname"))
         HZEP_REFUSE_HANDLE("this $1_basetype is closed, or its object is gone")
 }
 %typemap(check) SWIGTYPE *, SWIGTYPE & {
