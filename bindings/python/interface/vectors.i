@@ -1,8 +1,50 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
-// Lists, maps and sets in Python are its own where one is handed in, and act like its own where one comes back.
+// Lists, maps and sets are Python's own. One that an operation fills comes back beside the result.
 
-%include <std_vector.i>
-%include <std_map.i>
-%include <std_set.i>
+%ignore std::vector;
+%ignore std::map;
+%ignore std::set;
+
+namespace std {
+
+template <class T>
+class vector {
+    %typemap(in) const std::vector< T > & (std::vector< T > items) {
+        if (!hzep_python::listFromPython($input, items, $descriptor(T), HZEP_PLACE))
+            SWIG_fail;
+        $1 = &items;
+    }
+    %typemap(typecheck, precedence=SWIG_TYPECHECK_STRING_ARRAY) const std::vector< T > & "$1 = hzep_python::isListLike($input);"
+    %typemap(in, numinputs=0) std::vector< T > & (std::vector< T > items) "$1 = &items;"
+    %typemap(argout) std::vector< T > & "$result = hzep_python::addOutput($result, hzep_python::listToPython(*$1, $descriptor(T), swig_obj[0]));"
+    %typemap(argout) const std::vector< T > & "";
+    %typemap(check) std::vector< T > &, const std::vector< T > & "";
+    %typemap(ret) std::vector< T > &, const std::vector< T > & "";
+    %typemap(out) std::vector< T > "$result = hzep_python::listToPython($1, $descriptor(T), swig_obj[0]);"
+    %typemap(out) std::vector< T > &, const std::vector< T > & "$result = hzep_python::listToPython(*$1, $descriptor(T), swig_obj[0]);"
+};
+
+template <class K, class T>
+class map {
+    %typemap(in, numinputs=0) std::map< K, T > & (std::map< K, T > entries) "$1 = &entries;"
+    %typemap(argout) std::map< K, T > & "$result = hzep_python::addOutput($result, hzep_python::mapToPython(*$1));"
+    %typemap(out) std::map< K, T > "$result = hzep_python::mapToPython($1);"
+    %typemap(out) const std::map< K, T > & "$result = hzep_python::mapToPython(*$1);"
+};
+
+template <class T>
+class set {
+    %typemap(out) std::set< T > "$result = hzep_python::setToPython($1);"
+    %typemap(out) const std::set< T > & "$result = hzep_python::setToPython(*$1);"
+};
+
+} // namespace std
+
+// A list that is read and written.
+%typemap(in) std::vector< HZEPPlatform * > &platforms (std::vector< HZEPPlatform * > items) {
+    if (!hzep_python::listFromPython($input, items, $descriptor(HZEPPlatform *), HZEP_PLACE))
+        SWIG_fail;
+    $1 = &items;
+}
