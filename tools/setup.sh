@@ -2,10 +2,10 @@
 # SPDX-FileCopyrightText: the hzep platform authors
 # Sourced by ./run and ./test: installs what is missing, and builds a preset.
 
-# ensure_packages TOP: installs the Debian packages of tools/packages.txt that are missing.
+# ensure_packages TOP [LIST...]: installs the Debian packages of tools/packages.txt, and of further lists there, that are missing.
 ensure_packages() {
     local wanted missing log sudo=
-    mapfile -t wanted < <(grep -v '^#' "$1/tools/packages.txt")
+    mapfile -t wanted < <(cd "$1/tools" && shift && cat packages.txt "$@" | grep -v '^#')
     mapfile -t missing < <(comm -23 <(printf '%s\n' "${wanted[@]}" | sort) \
         <(dpkg-query -W -f '${db:Status-Status} ${binary:Package}\n' | sed -n 's/^installed \([^:]*\).*/\1/p' | sort -u))
     [ ${#missing[@]} -eq 0 ] && return

@@ -206,9 +206,9 @@ TEST_F(EmulationUtils, WhatFailsIsToldAndLeavesTheArchive) {
     }
 
     // Values are written as they are, also those that Tcl runs.
-    dir_.write(kConfig + "card.json", R"({"Odd": "[exit 5]; $x {"})");
+    dir_.write(kConfig + "card.json", R"({"Odd": "[exit 5]; $x {}"})");
     EXPECT_FALSE(Utils::generateDsaEmu(archive, "", ""));
-    EXPECT_THAT(dir_.read("hw_emu_prop/hw_emu_prop.tcl"), HasSubstr("\n dict set config_info Odd [exit 5]; $x {\n"));
+    EXPECT_THAT(dir_.read("hw_emu_prop/hw_emu_prop.tcl"), HasSubstr("\n dict set config_info Odd [exit 5]; $x {}\n"));
     EXPECT_THAT(log_.lines, ElementsAre("error|@74-33@"));
     log_.lines.clear();
 

@@ -34,6 +34,8 @@ int main(int argc, char** argv) {
     addLabels(app, session);
     addMda(app, session);
     addEmu(app, session);
+    addHdf2dsa(app, session);
+    addFixedKar(app, session);
 
     try {
         app.parse(argc, argv);

@@ -3,6 +3,7 @@
 
 // The scenarios of ../scenarios.md in C++: what the other languages' runners write is compared with this one's answers.
 
+#include "HDFToDSAConverter.h"
 #include "HMDAArchive.h"
 #include "HPLDevice.h"
 #include "HPLPlatform.h"
@@ -25,6 +26,7 @@
 #include "NativePlatformRepoService.h"
 #include "NativeTransformService.h"
 #include "PlatformLoader.h"
+#include "SimpleFixedKARCreator.h"
 
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/property_tree/json_parser.hpp>
@@ -439,9 +441,26 @@ void runLabels() {
     sayDocument("labels.partition", partition.str());
 }
 
+void runConvert() {
+    HDFToDSAConverter converter(examples + "/wren", "wren.hdf", work + "/stage");
+    say("convert.file", converter.getHwPfmFileName());
+    say("convert.written", converter.writeDSA());
+    say("convert.name", PlatformLoader(converter.getDsaFile()).load()->getHardwarePlatform()->getName());
+    sayOrRefusal("convert.refused", [] { return HDFToDSAConverter("/nowhere", "a.hdf", work + "/stage").getDsaFile(); });
+    const std::unique_ptr<HPLPlatform> seed = makeHardware();
+    SimpleFixedKARCreator creator(work + "/fixed.kar");
+    creator.setSeedPlatform(seed.get());
+    say("convert.fixed", creator.writeKAR());
+    const std::shared_ptr<HZEPPlatform> fixed = PlatformLoader(work + "/fixed.kar").load();
+    say("convert.fixed.name", fixed->getHardwarePlatform()->getName());
+    say("convert.fixed.isExpandable", fixed->getHardwarePlatform()->isExpandable());
+    say("convert.seed", seed->isGeneratedByLink());
+}
+
 const std::pair<std::string, std::function<void()>> kScenarios[] = {
-    {"platform", runPlatform}, {"documents", runDocuments}, {"manager", runManager}, {"facade", runFacade},   {"services", runServices},
-    {"policy", runPolicy},     {"build", runBuild},         {"broken", runBroken},   {"archive", runArchive}, {"labels", runLabels},
+    {"platform", runPlatform}, {"documents", runDocuments}, {"manager", runManager}, {"facade", runFacade},
+    {"services", runServices}, {"policy", runPolicy},       {"build", runBuild},     {"broken", runBroken},
+    {"archive", runArchive},   {"labels", runLabels},       {"convert", runConvert},
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HostExport.h"
+#include "HostFwdIter.h"
 
 #include <string>
 
@@ -34,6 +35,10 @@ public:
 
     /// Removes the directory with all that it holds, never following a link out of it; false when something stayed.
     bool rmRecursive() const;
+
+    /// The regular files in this directory in byte order of their names, without links and what lies deeper. The iterator is the caller's.
+    /// Raises HostError when the directory can't be read.
+    HostFwdIter<HostFile>* createFileIter() const;
 
     static std::string getCanonicalName(const std::string& path);
     static bool exists(const std::string& path);

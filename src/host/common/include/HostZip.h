@@ -6,8 +6,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
+
+class HostZipUpdate;
 
 /// One entry of an archive's directory; sizes in bytes.
 struct HostZipEntry {
@@ -34,6 +37,22 @@ public:
     static constexpr std::size_t kMaxNameParts = 100;
 
     explicit HostZip(std::string archive);
+    /// What was compressed and not committed is dropped.
+    ~HostZip();
+    HostZip(const HostZip&) = delete;
+    HostZip& operator=(const HostZip&) = delete;
+
+    /// Modes of compress: the file is the first member of a new archive; the file is added to the archive as it is by now.
+    static constexpr int kCompressAnew = 34;
+    static constexpr int kCompressMore = 36;
+
+    /// Puts a file into this archive, under its name without the directory. Files are gathered until commit(), which changes the archive
+    /// as HostZipUpdate does. Raises HostError, and HostAlgException for another mode.
+    void compress(const std::string& file, int mode);
+    /// Has commit() stamp the digest of attachDigestEn.
+    void attachDigest();
+    /// Raises HostAlgException when nothing was compressed.
+    void commit();
 
     /// The archive has an entry of exactly this name; false too for a file that is no archive.
     static bool containsFile(const std::string& archive, const std::string& entry);
@@ -72,4 +91,5 @@ public:
 
 private:
     std::string archive_;
+    std::unique_ptr<HostZipUpdate> update_;
 };

@@ -32,6 +32,9 @@ public:
     HostZipUpdate(const HostZipUpdate&) = delete;
     HostZipUpdate& operator=(const HostZipUpdate&) = delete;
 
+    /// A new archive, without members so far, that commit() puts in place of whatever file stands there.
+    static HostZipUpdate create(const std::string& archive);
+
     /// Why no member can be put under this name, in a few words; "" when one can.
     static std::string getNameFault(const std::string& entry);
 
@@ -55,5 +58,6 @@ public:
 
 private:
     struct State;
+    explicit HostZipUpdate(std::unique_ptr<State> state);
     std::unique_ptr<State> state_;
 };

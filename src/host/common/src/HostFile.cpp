@@ -4,9 +4,11 @@
 
 #include "HostErrors.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <vector>
 
 #include <unistd.h>
 
@@ -29,6 +31,17 @@ std::string withoutTrailingSeparators(std::string path) {
         path.pop_back();
     return path;
 }
+
+class FileIter : public HostFwdIter<HostFile> {
+public:
+    explicit FileIter(std::vector<std::string> paths) : paths_(std::move(paths)) {}
+    bool hasNext() const override { return at_ < paths_.size(); }
+    HostFile next() override { return HostFile(paths_[at_++]); }
+
+private:
+    std::vector<std::string> paths_;
+    std::size_t at_ = 0;
+};
 
 } // namespace
 
@@ -82,6 +95,21 @@ bool HostFile::rmRecursive() const {
         return false;
     fs::remove_all(withoutTrailingSeparators(path_), error);
     return !error;
+}
+
+HostFwdIter<HostFile>* HostFile::createFileIter() const {
+    std::vector<std::string> paths;
+    std::error_code error = isName(path_) ? std::error_code() : std::make_error_code(std::errc::no_such_file_or_directory);
+    fs::directory_iterator at;
+    if (!error)
+        at = fs::directory_iterator(path_, error);
+    for (; !error && at != fs::directory_iterator(); at.increment(error))
+        if (fs::is_regular_file(at->symlink_status(error)) && !error)
+            paths.push_back(at->path().string());
+    if (error)
+        throw HostError("cannot read the directory '" + path_ + "': " + error.message());
+    std::sort(paths.begin(), paths.end());
+    return new FileIter(std::move(paths));
 }
 
 std::string HostFile::getCanonicalName(const std::string& path) {

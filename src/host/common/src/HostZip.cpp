@@ -6,8 +6,6 @@
 #include "HostZipArchive.h"
 #include "HostZipMember.h"
 
-HostZip::HostZip(std::string archive) : archive_(std::move(archive)) {}
-
 bool HostZip::containsFile(const std::string& archive, const std::string& entry) {
     try {
         return HostZipArchive::open(archive)->find(entry).has_value();

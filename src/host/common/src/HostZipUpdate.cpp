@@ -60,9 +60,13 @@ struct HostZipUpdate::State {
         std::uint64_t at; // where `out` goes
     };
 
-    explicit State(const std::string& path)
-        : archive(path), old(ZipFile::openArchive(path)), identity(identify(old)), directory(ZipDirectory::read(old.get(), path)),
-          replacement(path), file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
+    explicit State(const std::string& path) : State(path, ZipFile::openArchive(path)) {}
+
+    /// Without an old archive a new one is made.
+    State(const std::string& path, std::optional<ZipFile> oldFile)
+        : archive(path), old(std::move(oldFile)), identity(old ? identify(*old) : HostFileIdentity()),
+          directory(old ? ZipDirectory::read(old->get(), path) : ZipDirectory()), replacement(path),
+          file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
         slots.reserve(directory.members.size());
         for (ZipMember& member : directory.members) {
             byName.emplace(member.name, slots.size());
@@ -206,7 +210,7 @@ struct HostZipUpdate::State {
         if (wantsDigest)
             file.writeAt(size - zip_digest::kHexSize, computeDigest());
         file.close();
-        if (const ZipFile now = ZipFile::openArchive(archive); !(identify(now) == identity))
+        if (old && !(identify(ZipFile::openArchive(archive)) == identity))
             throw HostError(archive + ": changed by somebody else meanwhile");
         replacement.commit();
     }
@@ -237,7 +241,7 @@ private:
                 end = kept[first]->end;
                 kept[first]->offset += position - start;
             }
-            file.copyFrom(old, start, position, end - start);
+            file.copyFrom(*old, start, position, end - start);
             position += end - start;
         }
     }
@@ -263,7 +267,7 @@ private:
 
 public:
     std::string archive;
-    ZipFile old;
+    std::optional<ZipFile> old;
     HostFileIdentity identity;
     ZipDirectory directory;
     HostReplacement replacement;
@@ -279,7 +283,14 @@ public:
 };
 
 HostZipUpdate::HostZipUpdate(const std::string& archive) : state_(new State(archive)) {}
+HostZipUpdate::HostZipUpdate(std::unique_ptr<State> state) : state_(std::move(state)) {}
 HostZipUpdate::~HostZipUpdate() = default;
+
+HostZipUpdate HostZipUpdate::create(const std::string& archive) {
+    auto state = std::make_unique<State>(archive, std::nullopt);
+    state->isChanged = true;
+    return HostZipUpdate(std::move(state));
+}
 
 std::string HostZipUpdate::getNameFault(const std::string& entry) {
     if (const char* fault = getZipNameFault(entry))

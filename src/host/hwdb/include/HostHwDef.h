@@ -17,9 +17,12 @@ struct HostHwInstance {
     std::string module;
     std::size_t parent = kNoParent; // index among the definition's instances; kNoParent below the top module
     std::map<std::string, std::string> attributes;
+
+    bool operator==(const HostHwInstance&) const = default;
 };
 
-/// A hardware definition: the top module of a design with the instances below it. A value; README.md tells the form of its file.
+/// A hardware definition: the top module of a design with the instances below it. A value; docs/hardware-definition.md
+/// tells the form of its file.
 class HOST_EXPORT HostHwDef {
 public:
     /// The archive that it was read from, "" for one that was not.
@@ -45,6 +48,10 @@ public:
     const HostHwInstance* findInstance(const std::string& path) const;
 
     std::string getPath(std::size_t index) const;
+
+    /// Writes the file "hwdef.xml" into the directory, whole or not at all. Raises HostError when it can't be written, and for a definition
+    /// that its form has no room for.
+    void write(const std::string& directory) const;
 
 private:
     std::string file_;

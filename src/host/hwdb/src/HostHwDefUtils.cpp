@@ -141,19 +141,31 @@ private:
 } // namespace
 
 std::unique_ptr<HostHwDef> HostHwDefUtils::getHDF(const std::string& archive, bool, const std::string&) {
+    std::string ignored;
+    return getHDF(archive, ignored);
+}
+
+std::unique_ptr<HostHwDef> HostHwDefUtils::getHDF(const std::string& archive, std::string& fault) {
     try {
         const HostZipSession session(archive);
+        if (fault = HostZip::getFault(archive); !fault.empty()) {
+            fault = archive + ": " + fault;
+            return nullptr;
+        }
         for (const char* member : {"hwdef.xml", "sysdef.xml"}) {
             if (!HostZip::containsFile(archive, member))
                 continue;
             auto definition = std::make_unique<HostHwDef>();
-            std::string fault;
-            if (!parse(HostZipMember(archive, member, kMaxDefinitionSize).readAll(), *definition, fault))
+            if (!parse(HostZipMember(archive, member, kMaxDefinitionSize).readAll(), *definition, fault)) {
+                fault = archive + ": " + member + ": " + fault;
                 return nullptr;
+            }
             definition->setFile(archive);
             return definition;
         }
-    } catch (const std::exception&) {
+        fault = archive + ": holds no hardware definition: there is no entry \"hwdef.xml\" or \"sysdef.xml\"";
+    } catch (const std::exception& error) {
+        fault = error.what();
     }
     return nullptr;
 }

@@ -77,6 +77,8 @@ inline void throwCurrentException(JNIEnv* jenv) {
         throw;
     } catch (const hzep_script::IndexError& error) {
         throwNew(jenv, "java/lang/IndexOutOfBoundsException", error.what());
+    } catch (const hzep_script::GoneError& error) {
+        throwNew(jenv, "java/lang/NullPointerException", error.what());
     } catch (const HostErrorBase& error) {
         throwNew(jenv, kCommandFailed, error.what());
     } catch (const std::bad_alloc&) {

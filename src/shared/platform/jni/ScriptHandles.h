@@ -3,13 +3,18 @@
 #pragma once
 
 #include "HPLDevice.h"
+#include "HZEPPlatform.h"
+#include "HZEPPlatformHelper.h"
 #include "HostFwdIter.h"
 #include "LiveObjects.h"
+#include "SimpleFixedKARCreator.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -47,6 +52,51 @@ inline void handOut(const HZEPDevice* device) {
     zep_platform::LiveObjects::watch(static_cast<const HPLDevice*>(device));
 }
 
+/// What a list holds is watched from the moment that the list is filled, and a list is passed on only while all of it is there.
+template <class T>
+void handOut(const std::vector<T*>* list) {
+    for (const T* item : *list)
+        handOut(item);
+}
+template <class T>
+bool hasLiveItems(const std::vector<T*>& list) {
+    return std::all_of(list.begin(), list.end(), [](const T* item) { return !item || isUsable(item); });
+}
+
+/// These two refer to a platform that is a script's own; they are called only while it is there.
+inline void handOut(const HZEPPlatformHelper* helper) {
+    handOut(helper->getPlatform());
+}
+template <class T>
+bool isCallable(const T* self, std::string_view) {
+    return isUsable(self);
+}
+inline bool isCallable(const HZEPPlatformHelper* self, std::string_view operation) {
+    return self && (operation.starts_with("delete_") || !self->getPlatform() || isUsable(self->getPlatform()));
+}
+inline bool isCallable(const SimpleFixedKARCreator* self, std::string_view operation) {
+    return self && (operation.starts_with("delete_") || operation.ends_with("setSeedPlatform") || !self->getSeedPlatform() ||
+                    isUsable(self->getSeedPlatform()));
+}
+
+/// Told to scripts as an object that is closed.
+class GoneError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// An item of a list, which may have died since.
+template <class T>
+T* checkItem(T* item) {
+    if (item && !isUsable(item))
+        throw GoneError("the object of this item is gone");
+    return item;
+}
+template <class T>
+const T& checkItem(const T& value) {
+    return value;
+}
+
 /// Told to scripts as their own kind of index error.
 class IndexError : public std::out_of_range {
 public:
@@ -68,13 +118,15 @@ public:
         const std::unique_ptr<HostFwdIter<T>> owned(source);
         while (owned->hasNext())
             items_.push_back(owned->next());
+        if constexpr (std::is_pointer_v<T>)
+            handOut(&items_);
     }
 
     bool hasNext() const override { return at_ < items_.size(); }
     T next() override {
         if (!hasNext())
             throw IndexError("the iterator is at its end");
-        return items_[at_++];
+        return checkItem(items_[at_++]);
     }
 
 private:

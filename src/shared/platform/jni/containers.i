@@ -19,8 +19,16 @@ HZEP_DETACHED_ITER(HostFwdIter< type >)
 %template(name) HostFwdIter< type >;
 %enddef
 
-%define HZEP_LIST(class, vectorName, iterName)
+%define HZEP_VECTOR(class, vectorName)
+%typemap(argout) std::vector< class * > & "hzep_script::handOut($1);"
+%typemap(check) std::vector< class * > &, const std::vector< class * > & {
+    if (!hzep_script::hasLiveItems(*$1))
+        HZEP_REFUSE_HANDLE("the object of an item in this list is gone")
+}
 %template(vectorName) std::vector< class * >;
+%enddef
+%define HZEP_LIST(class, vectorName, iterName)
+HZEP_VECTOR(class, vectorName)
 HZEP_ITER(iterName, class *)
 %enddef
 
@@ -40,9 +48,9 @@ HZEP_LIST(HZEPHardwareIPParam, ZEPHardwareIPParamVector, ZEPHardwareIPParamIter)
 HZEP_LIST(HZEPHardwareNocConnectivity, ZEPHardwareNocConnectivityVector, ZEPHardwareNocConnectivityIter)
 HZEP_LIST(HZEPHardwareFeatureRom, ZEPHardwareFeatureRomVector, ZEPHardwareFeatureRomIter)
 HZEP_LIST(HZEPDevice, ZEPDeviceVector, ZEPDeviceIter)
-%template(ZEPHardwareAddressSegmentVector) std::vector< HZEPHardwareAddressSegment * >;
-%template(ZEPReconfigPartitionVector) std::vector< HZEPReconfigPartition * >;
-%template(ZEPDesignIPInstanceVector) std::vector< HZEPDesignIPInstance * >;
+HZEP_VECTOR(HZEPHardwareAddressSegment, ZEPHardwareAddressSegmentVector)
+HZEP_VECTOR(HZEPReconfigPartition, ZEPReconfigPartitionVector)
+HZEP_VECTOR(HZEPDesignIPInstance, ZEPDesignIPInstanceVector)
 %template(HZEPVcePartitionVector) std::vector< HZEPVcePartition >;
 %template(StringMap) std::map< std::string, std::string >;
 %template(StringSet) std::set< std::string >;

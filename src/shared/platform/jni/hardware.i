@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 
 %{
+#include "HPLPlatform.h"
 #include "HostHwDb.h"
 %}
 
@@ -46,7 +47,10 @@
 %ignore HZEPHardwarePlatform::getFeatureRomVecRange;
 %ignore HZEPHardwarePlatform::FeatureRomRange;
 %ignore HZEPHardwarePlatform::getDevice;
+%newobject HZEPHardwarePlatform::create;
 %extend HZEPHardwarePlatform {
+    /// A new and empty one.
+    static HZEPHardwarePlatform* create() { return new HPLPlatform; }
     HZEPDevice* getDevice(const std::string& name) const { return $self->getDevice(name); }
     std::string issueNormalizeMemoryBanksMessage() const {
         std::ostringstream text;
@@ -55,7 +59,9 @@
     }
     std::vector<HZEPHardwareFeatureRom*> getFeatureRomVecRange() const {
         const auto [first, last] = $self->getFeatureRomVecRange();
-        return {first, last};
+        const std::vector<HZEPHardwareFeatureRom*> roms(first, last);
+        hzep_script::handOut(&roms);
+        return roms;
     }
 }
 

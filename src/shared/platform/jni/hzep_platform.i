@@ -13,3 +13,4 @@
 %include "platform.i"
 %include "queries.i"
 %include "services.i"
+%include "creation.i"

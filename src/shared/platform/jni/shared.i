@@ -38,7 +38,7 @@
 // A pointer that comes back from a script is followed only while its object is there; null stands for "none", but not as the object that
 // an operation is called on.
 %typemap(check) SWIGTYPE *self {
-    if (!hzep_script::isUsable($1))
+    if (!hzep_script::isCallable($1, "$symname"))
         HZEP_REFUSE_HANDLE("this $1_basetype is closed, or its object is gone")
 }
 %typemap(check) SWIGTYPE *, SWIGTYPE & {

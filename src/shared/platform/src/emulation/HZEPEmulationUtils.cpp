@@ -45,7 +45,10 @@ std::string getBaseName(const std::string& archive) {
 }
 
 std::string getPropertyScript(const std::string& outDir, const std::string& propName) {
-    return (fs::path(outDir) / propName / kPropertyScript).string();
+    const fs::path name = propName;
+    // Below a folder a name that begins with "/" stays below it.
+    const fs::path folder = outDir.empty() ? name : fs::path(outDir) / name.relative_path();
+    return (folder / kPropertyScript).string();
 }
 
 /// An executable file of what `write` puts into the stream.

@@ -136,6 +136,7 @@ HZEP_RESULT_HANDLE(keep)
     return cPtr == 0 ? null : new $javaclassname(cPtr, true);
   }
 %enddef
+HZEP_OWN_RESULT(SWIGTYPE *create)
 %define HZEP_DETACHED_ITER(type...)
 %typemap(out) type * "*(type **)&$result = hzep_script::detach($1);"
 HZEP_OWN_RESULT(type *)

@@ -19,7 +19,9 @@ public:
     vector();
     %extend {
         int size() const { return static_cast<int>($self->size()); }
-        T get(int index) const { return (*$self)[hzep_script::checkIndex(index, $self->size())]; }
+        T get(int index) const {
+            return hzep_script::checkItem((*$self)[hzep_script::checkIndex(index, $self->size())]);
+        }
         void add(T item) { $self->push_back(item); }
     }
 };
