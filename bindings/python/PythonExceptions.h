@@ -54,6 +54,8 @@ inline void raiseCurrentException() {
         throw;
     } catch (const hzep_script::IndexError& error) {
         raise(PyExc_IndexError, error.what());
+    } catch (const hzep_script::GoneError& error) {
+        raise(closedError, error.what());
     } catch (const std::bad_alloc&) {
         PyErr_NoMemory();
     } catch (const std::exception& error) {

@@ -97,6 +97,9 @@ Handle._forget = _native.closeHandle
 %typemap(out) SWIGTYPE *, SWIGTYPE & "$result = hzep_python::toHandle($1, $descriptor, $owner, swig_obj[0]);"
 %typemap(out) SWIGTYPE "$result = hzep_python::toHandle(new $1_basetype($1), $&descriptor, SWIG_POINTER_OWN, swig_obj[0]);"
 
+%typemap(out) SWIGTYPE *create "$result = hzep_python::toHandle($1, $descriptor, SWIG_POINTER_OWN, nullptr);"
+
+// A handle without an origin has none in any language.
 #define HZEP_STATIC_ONLY_BEGIN
 #define HZEP_STATIC_ONLY_END
 

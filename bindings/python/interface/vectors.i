@@ -3,9 +3,13 @@
 
 // Lists, maps and sets are Python's own. One that an operation fills comes back beside the result.
 
-%ignore std::vector;
-%ignore std::map;
-%ignore std::set;
+// The classes of the containers have nothing in them, and are left out when the module is put together.
+%nodefaultctor std::vector;
+%nodefaultctor std::map;
+%nodefaultctor std::set;
+%nodefaultdtor std::vector;
+%nodefaultdtor std::map;
+%nodefaultdtor std::set;
 
 namespace std {
 
