@@ -17,7 +17,7 @@ class Handle:
             return
         if self._address() and this.own():
             type(self).__swig_destroy__(self)
-        self._forget()
+        type(self)._forget(self)
         self.__dict__.pop("_origin", None)
 
     def __enter__(self):

@@ -118,6 +118,20 @@ Handle._forget = _native.closeHandle
 }
 %enddef
 
+// The mode is one of the three numbers that HwMetadataModes gives.
+%typemap(in) zep_platform::PlatformLoader::HwMetadataMode, zep::platform::PlatformLoader::HwMetadataMode {
+    int overflow = 0;
+    const long mode = PyLong_Check($input) ? PyLong_AsLongAndOverflow($input, &overflow) : -1;
+    if (mode < zep_platform::PlatformLoader::PreferAlternateJson || mode > zep_platform::PlatformLoader::XmlOnly) {
+        hzep_python::refuse(HZEP_PLACE, "one of HwMetadataModes", $input);
+        SWIG_fail;
+    }
+    $1 = static_cast<zep_platform::PlatformLoader::HwMetadataMode>(mode);
+}
+%typemap(out) zep_platform::PlatformLoader::HwMetadataMode "$result = PyLong_FromLong(static_cast<long>($1));"
+%typemap(typecheck, precedence=SWIG_TYPECHECK_INTEGER) zep_platform::PlatformLoader::HwMetadataMode, zep::platform::PlatformLoader::HwMetadataMode
+    "$1 = PyLong_Check($input) && !PyBool_Check($input);"
+
 // Property trees
 %typemap(in) const boost::property_tree::ptree & (boost::property_tree::ptree tree), boost::property_tree::ptree &doc (boost::property_tree::ptree tree) {
     if (!hzep_python::treeFromPython($input, tree, $descriptor, HZEP_PLACE))
