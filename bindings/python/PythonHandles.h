@@ -153,7 +153,7 @@ PyObject* toHandle(const T* object, swig_type_info* type, int flags, PyObject* o
 }
 
 /// Once its object is gone or given back, the handle is closed.
-inline PyObject* closeHandle(PyObject*, PyObject* handle) {
+inline PyObject* closeHandle(PyObject* handle) {
     SwigPyObject* const own = SWIG_Python_GetSwigThis(handle);
     if (!own)
         return PyErr_Format(PyExc_TypeError, "%s is no handle", Py_TYPE(handle)->tp_name);

@@ -38,18 +38,25 @@ class Handle:
 
     def __repr__(self):
         told = [type(self).__name__]
-        if not self._address():
-            told.append("closed")
-        for question in ("getName", "getPlatformFile", "getFilePath", "getFile", "getUniqueName"):
-            try:
-                answer = getattr(self, question)() if self._address() and len(told) < 3 else ""
-            except TypeError:
-                continue
-            except Exception:
-                return f"<{type(self).__name__} closed>"
-            if answer and isinstance(answer, str) and repr(answer) not in told:
-                told.append(repr(answer))
+        try:
+            if self._address():
+                for question in ("getName", "getPlatformFile", "getFilePath", "getFile", "getUniqueName"):
+                    answer = self._answer(question) if len(told) < 3 else None
+                    if answer and repr(answer) not in told:
+                        told.append(repr(answer))
+            else:
+                told.append("closed")
+        except Exception:  # its object is gone
+            told[1:] = ["closed"]
         return f"<{' '.join(told)}>"
+
+    def _answer(self, question):
+        """The text that the operation answers without arguments, if there is such an operation."""
+        try:
+            answer = getattr(self, question)()
+        except (AttributeError, TypeError):
+            return None
+        return answer if isinstance(answer, str) else None
 
     def __copy__(self):
         raise TypeError(f"a {type(self).__name__} can't be copied")

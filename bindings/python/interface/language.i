@@ -157,9 +157,10 @@ Handle._forget = _native.closeHandle
     %}
 }
 
-%native(closeHandle) PyObject *closeHandle(PyObject *module, PyObject *handle);
+%native(closeHandle) PyObject *closeHandle(PyObject *, PyObject *arguments);
 %{
-static PyObject *closeHandle(PyObject *module, PyObject *handle) {
-    return hzep_python::closeHandle(module, handle);
+static PyObject *closeHandle(PyObject *, PyObject *arguments) {
+    PyObject *handle = nullptr;
+    return PyArg_UnpackTuple(arguments, "closeHandle", 1, 1, &handle) ? hzep_python::closeHandle(handle) : nullptr;
 }
 %}

@@ -13,21 +13,29 @@
 
 namespace std {
 
-template <class T>
-class vector {
-    %typemap(in) const std::vector< T > & (std::vector< T > items) {
-        if (!hzep_python::listFromPython($input, items, $descriptor(T), HZEP_PLACE))
+%define HZEP_LIST_TYPEMAPS(item, descriptor)
+    %typemap(in) const std::vector< item > & (std::vector< item > items) {
+        if (!hzep_python::listFromPython($input, items, descriptor, HZEP_PLACE))
             SWIG_fail;
         $1 = &items;
     }
-    %typemap(typecheck, precedence=SWIG_TYPECHECK_STRING_ARRAY) const std::vector< T > & "$1 = hzep_python::isListLike($input);"
-    %typemap(in, numinputs=0) std::vector< T > & (std::vector< T > items) "$1 = &items;"
-    %typemap(argout) std::vector< T > & "$result = hzep_python::addOutput($result, hzep_python::listToPython(*$1, $descriptor(T), swig_obj[0]));"
-    %typemap(argout) const std::vector< T > & "";
-    %typemap(check) std::vector< T > &, const std::vector< T > & "";
-    %typemap(ret) std::vector< T > &, const std::vector< T > & "";
-    %typemap(out) std::vector< T > "$result = hzep_python::listToPython($1, $descriptor(T), swig_obj[0]);"
-    %typemap(out) std::vector< T > &, const std::vector< T > & "$result = hzep_python::listToPython(*$1, $descriptor(T), swig_obj[0]);"
+    %typemap(typecheck, precedence=SWIG_TYPECHECK_STRING_ARRAY) const std::vector< item > & "$1 = hzep_python::isListLike($input);"
+    %typemap(in, numinputs=0) std::vector< item > & (std::vector< item > items) "$1 = &items;"
+    %typemap(argout) std::vector< item > & "$result = hzep_python::addOutput($result, hzep_python::listToPython(*$1, descriptor, swig_obj[0]));"
+    %typemap(argout) const std::vector< item > & "";
+    %typemap(check) std::vector< item > &, const std::vector< item > & "";
+    %typemap(ret) std::vector< item > &, const std::vector< item > & "";
+    %typemap(out) std::vector< item > "$result = hzep_python::listToPython($1, descriptor, swig_obj[0]);"
+    %typemap(out) std::vector< item > &, const std::vector< item > & "$result = hzep_python::listToPython(*$1, descriptor, swig_obj[0]);"
+%enddef
+
+template <class T>
+class vector {
+    HZEP_LIST_TYPEMAPS(T, $descriptor(T *))
+};
+template <class T>
+class vector<T *> {
+    HZEP_LIST_TYPEMAPS(T *, $descriptor(T *))
 };
 
 template <class K, class T>
@@ -41,7 +49,7 @@ class map {
 template <class T>
 class set {
     %typemap(in) const std::set< T > & (std::vector< T > items, std::set< T > distinct) {
-        if (!hzep_python::listFromPython($input, items, $descriptor(T), HZEP_PLACE))
+        if (!hzep_python::listFromPython($input, items, $descriptor(T *), HZEP_PLACE))
             SWIG_fail;
         distinct.insert(items.begin(), items.end());
         $1 = &distinct;
