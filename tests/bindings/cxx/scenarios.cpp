@@ -8,6 +8,7 @@
 #include "HPLDevice.h"
 #include "HPLPlatform.h"
 #include "HZEPBootImg.h"
+#include "HZEPJSONText.h"
 #include "HZEPPlatform.h"
 #include "HZEPPlatformHelper.h"
 #include "HZEPPlatformMgr.h"
@@ -29,7 +30,6 @@
 #include "SimpleFixedKARCreator.h"
 
 #include <boost/algorithm/string/replace.hpp>
-#include <boost/property_tree/json_parser.hpp>
 
 #include <algorithm>
 #include <concepts>
@@ -353,9 +353,8 @@ std::unique_ptr<HPLPlatform> makeHardware() {
 }
 
 boost::property_tree::ptree readTree(const std::string& text) {
-    std::istringstream in(text);
     boost::property_tree::ptree tree;
-    read_json(in, tree);
+    HZEPJSONText::read(text, tree);
     return tree;
 }
 
