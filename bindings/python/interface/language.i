@@ -144,6 +144,9 @@ Handle._forget = _native.closeHandle
     "$1 = &tree;"
 %typemap(argout) boost::property_tree::ptree &out, boost::property_tree::ptree &tree
     "$result = hzep_python::addOutput($result, hzep_python::treeToPython(*$1));"
+%typemap(in) const boost::property_tree::ptree &tree = const boost::property_tree::ptree &;
+%typemap(argout) const boost::property_tree::ptree & "";
+%typemap(argout) const boost::property_tree::ptree &tree "";
 %typemap(out) boost::property_tree::ptree "$result = hzep_python::treeToPython($1);"
 %typemap(out) boost::property_tree::ptree boost::property_tree::ptree::getChild
     "$result = hzep_python::toHandle(new boost::property_tree::ptree($1), $&descriptor, SWIG_POINTER_OWN, nullptr);"
