@@ -85,7 +85,10 @@ public:
     void addItem(std::string value);
     void addItem(const JSONWriter& value);
     void addItem(const JSONSerializable* value);
-    void addItem(bool value);
+    %extend {
+        // The writer's own operation never returns.
+        void addItem(bool value) { $self->addItem(value ? "true" : "false"); }
+    }
 };
 
 class JSONObjectWriter : public JSONWriter {
