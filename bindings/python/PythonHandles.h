@@ -52,7 +52,7 @@ inline bool fromOwningHandle(PyObject* given, void** out, swig_type_info* type, 
 /// The object lives inside that of the origin, which therefore stays while the part is held.
 inline void keep(PyObject* part, PyObject* origin) {
     SwigPyObject* const handle = part && origin && part != origin && !SwigPyObject_Check(part) ? SWIG_Python_GetSwigThis(part) : nullptr;
-    if (!handle || handle->own || PyUnicode_Check(origin) || !SWIG_Python_GetSwigThis(origin) || PyObject_HasAttrString(part, "_origin"))
+    if (!handle || PyUnicode_Check(origin) || !SWIG_Python_GetSwigThis(origin) || PyObject_HasAttrString(part, "_origin"))
         return;
     if (PyObject_SetAttrString(part, "_origin", origin) != 0)
         PyErr_Clear();

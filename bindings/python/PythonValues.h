@@ -37,7 +37,7 @@ PyObject* itemToPython(const T& item, swig_type_info* type, PyObject* origin) {
     else if constexpr (std::is_pointer_v<T>)
         return toHandle(item, type, 0, origin);
     else
-        return toHandle(new T(item), type, SWIG_POINTER_OWN, origin);
+        return toHandle(new T(item), type, SWIG_POINTER_OWN, nullptr);
 }
 
 template <class T>

@@ -95,7 +95,7 @@ Handle._forget = _native.closeHandle
 }
 %typemap(argout) SWIGTYPE *DISOWN "hzep_python::giveTo($input, swig_obj[0]);"
 %typemap(out) SWIGTYPE *, SWIGTYPE & "$result = hzep_python::toHandle($1, $descriptor, $owner, swig_obj[0]);"
-%typemap(out) SWIGTYPE "$result = hzep_python::toHandle(new $1_basetype($1), $&descriptor, SWIG_POINTER_OWN, swig_obj[0]);"
+%typemap(out) SWIGTYPE "$result = hzep_python::toHandle(new $1_basetype($1), $&descriptor, SWIG_POINTER_OWN, nullptr);"
 
 %typemap(out) SWIGTYPE *create "$result = hzep_python::toHandle($1, $descriptor, SWIG_POINTER_OWN, nullptr);"
 

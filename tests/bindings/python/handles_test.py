@@ -158,7 +158,7 @@ class ValueTest(unittest.TestCase):
     def test_trees(self):
         objects = NativeObjectService()
         tree = objects.getAsPropertyTree(FILE)
-        self.assertEqual("kestrel", objects.getStringValue(tree, "name"))
+        self.assertEqual(load().getName(), objects.getStringValue(tree, "name"))
         given = {"a": [1, True, None, {"b": "ü"}, []], "c": {"d": 1.5}, "e": PropertyTree('{"f": "g"}')}
         self.assertEqual(["1", "true", "null", {"b": "ü"}, ""], objects.getChild(given, "a"))
         self.assertEqual({"f": "g"}, objects.getChild(given, "e"))
