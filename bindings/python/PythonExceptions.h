@@ -18,8 +18,10 @@ inline PyObject* platformError = nullptr;
 inline PyObject* closedError = nullptr;
 
 inline void addExceptions(PyObject* module) {
-    platformError = PyErr_NewExceptionWithDoc("hzep_platform.PlatformError", "The library refused a call or failed in it.", nullptr, nullptr);
-    closedError = PyErr_NewExceptionWithDoc("hzep_platform.ClosedError", "The object is closed, or what owned it is gone.", platformError, nullptr);
+    platformError =
+        PyErr_NewExceptionWithDoc("hzep_platform.PlatformError", "The library refused a call or failed in it.", nullptr, nullptr);
+    closedError =
+        PyErr_NewExceptionWithDoc("hzep_platform.ClosedError", "The object is closed, or what owned it is gone.", platformError, nullptr);
     PyModule_AddObjectRef(module, "PlatformError", platformError);
     PyModule_AddObjectRef(module, "ClosedError", closedError);
 }

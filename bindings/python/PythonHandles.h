@@ -64,7 +64,8 @@ inline void giveTo(PyObject* handle, PyObject* owner) {
     keep(handle, owner);
 }
 
-/// One hardware platform has one Python object as long as both live: the cache has the object, this the weak reference that tells of its end.
+/// One hardware platform has one Python object as long as both live: the cache has the object, this the weak reference that tells of its
+/// end.
 class HardwareHandles final : public host::NativeCacheObserver<HPLPlatform*, void*> {
 public:
     using Cache = host::pyinfra::py_native_cache<HPLPlatform*>;

@@ -127,8 +127,8 @@ inline PyObject* treeToPython(const boost::property_tree::ptree& tree) {
     for (auto child = tree.begin(); ok && child != tree.end(); ++child) {
         const Held value(treeToPython(child->second));
         const Held name(isArray ? Py_NewRef(Py_None) : toPython(child->first));
-        ok = value && name
-            && (isArray ? PyList_Append(result.get(), value.get()) : PyDict_SetItem(result.get(), name.get(), value.get())) == 0;
+        ok = value && name &&
+             (isArray ? PyList_Append(result.get(), value.get()) : PyDict_SetItem(result.get(), name.get(), value.get())) == 0;
     }
     Py_LeaveRecursiveCall();
     return ok ? result.release() : nullptr;
@@ -151,7 +151,8 @@ inline bool treeFromPython(PyObject* given, boost::property_tree::ptree& tree, s
         PyObject *key = nullptr, *value = nullptr;
         std::string name;
         for (Py_ssize_t at = 0; ok && PyDict_Next(given, &at, &key, &value);)
-            ok = (fromPython(key, name) || refuse(place, "a dict with keys of str", key)) && childFromPython(value, tree, name, type, place);
+            ok =
+                (fromPython(key, name) || refuse(place, "a dict with keys of str", key)) && childFromPython(value, tree, name, type, place);
     } else if (PyList_Check(given) || PyTuple_Check(given)) {
         for (Py_ssize_t i = 0; ok && i < PySequence_Fast_GET_SIZE(given); ++i)
             ok = childFromPython(PySequence_Fast_GET_ITEM(given, i), tree, "", type, place);

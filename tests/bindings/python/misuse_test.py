@@ -75,11 +75,13 @@ class MisuseTest(unittest.TestCase):
                 parameters = inspect.signature(operation).parameters
                 if "args" in parameters or len(parameters) == 1:
                     continue
-                for wrong in (object(), b"bytes", 1 << 80, 1.5, lambda: 0, [object()]):
+                for wrong in (object(), b"bytes", lambda: 0, [object()], {1: 2}, Handle):
                     arguments = [wrong] * (len(parameters) - 1)
-                    self.refused((TypeError, OverflowError), operation, cls(), *arguments, told=f"{cls.__name__}.{name}")
+                    self.refused(TypeError, operation, cls(), *arguments, told=f"{cls.__name__}.{name}")
         self.refused(TypeError, platform.getName, 1)
         self.refused(TypeError, platform.setName)
+        for number in (1 << 80, -1, 1 << 32):
+            self.refused(OverflowError, platform.setDefaultRPId, number)
         self.refused(TypeError, platform.setName, None)
         self.refused(TypeError, platform.addSoftwarePlatform, None)
         self.refused(TypeError, ZEPPlatformMgr().addPlatformsFromDirs, "a text is no list")
