@@ -139,10 +139,15 @@ class Stub:
         static = any(getattr(mark, "id", "") == "staticmethod" for mark in function.decorator_list)
         key = f"new_{class_name}" if function.name == "__init__" else f"{class_name}_{function.name}"
         lines = (ast.get_docstring(function) or "").split("\n")
+        told = {}  # the line of a signature: what differs in `const` alone is told once
         for i, line in enumerate(lines):
             wrapper = self.wrappers.get(f"{key}__SWIG_{i}") or self.wrappers[key]
             signature = self.signature(class_name, function.name, line, wrapper, static)
-            if len(lines) > 1:
+            given = signature.partition(" -> ")[0]
+            if told.setdefault(given, (line, signature)) != (line, signature):
+                raise SystemExit(f"finish_module.py: Python can't tell apart: {told[given][0]} and {line}: rename one")
+        for _, signature in told.values():
+            if len(told) > 1:
                 yield "@overload"
             if static:
                 yield "@staticmethod"

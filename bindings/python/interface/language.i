@@ -17,6 +17,16 @@ ClosedError = _native.ClosedError
 Handle._forget = _native.closeHandle
 %}
 
+// Handles are compared by what they lead to.
+%ignore *::operator==;
+%ignore *::operator!=;
+// In Python these differ from their namesakes in nothing that is passed.
+%rename(getProcessorGroupNames) HZEPSystemConfig::getProcessorGroups(std::vector< std::string > &) const;
+%ignore HZEPPfmFileTypes::toString(TclFileType);
+%extend HZEPPfmFileTypes {
+    static std::string tclTypeToString(int type) { return HZEPPfmFileTypes::toString(static_cast<HZEPPfmFileTypes::TclFileType>(type)); }
+}
+
 %{
 #include "PythonValues.h"
 %}

@@ -155,6 +155,12 @@ class ValueTest(unittest.TestCase):
         self.assertEqual([clock.getName() for clock in hardware.getSystemClocks()],
                          [clock.getName() for clock in hardware.createSystemClockIter()])
 
+    def test_namesakes(self):
+        """What C++ tells apart by the type of a list to be filled, or of an enumeration."""
+        config = load().getSoftwarePlatform().getSystemConfigs()[0]
+        self.assertEqual([group.getName() for group in config.getProcessorGroups()], config.getProcessorGroupNames())
+        self.assertEqual("PRE_INIT_TCL", ZEPPfmFileTypes.tclTypeToString(ZEPPfmFileTypes.toTclFileType("PRE_INIT_TCL"))[-12:])
+
     def test_trees(self):
         objects = NativeObjectService()
         tree = objects.getAsPropertyTree(FILE)
