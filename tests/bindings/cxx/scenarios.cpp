@@ -255,11 +255,10 @@ void runManager() {
         const HZEPPlatform* const found = manager.getPlatform(name);
         say("manager.byName." + name, found ? found->getUniqueName() : "null");
     }
-    const std::string part = manager.getPlatform("kestrel")->getHardwarePlatform()->getFpgaDevice();
-    say("manager.byPart." + part,
-        sorted(map(filled<HZEPPlatform*>([&](auto& out) { HZEPPlatformUtils::getPlatformsByPart(part, out); }), getName)));
+    say("manager.byPart",
+        sorted(map(filled<HZEPPlatform*>([&](auto& out) { HZEPPlatformUtils::getPlatformsByPart("tlv9p", out); }), getName)));
     say("manager.embedded",
-        sorted(map(filled<HZEPPlatform*>([&](auto& out) { HZEPPlatformUtils::getPlatformsByDesignIntent(4, "", "", "", false, out); }),
+        sorted(map(filled<HZEPPlatform*>([&](auto& out) { HZEPPlatformUtils::getPlatformsByDesignIntent(4, "tlz7", "", "", false, out); }),
                    getName)));
     say("manager.isFixed.pebble", HZEPPlatformUtils::isFixedPlatform("pebble"));
     say("manager.runtimes.minnow", filled([](auto& out) { HZEPPlatformUtils::getRuntimesByPrettyName("minnow", "", out); }));
@@ -306,11 +305,12 @@ void runServices() {
     const auto keys = NativeKeyService().get(file);
     say("services.keys.count", keys.size());
     say("services.keys", Texts(keys.begin(), keys.end()));
-    say("services.dict", map(NativeDictService().getFilteredDict(file, "hardwarePlatform"),
+    bool found = false;
+    say("services.dict", map(NativeDictService().getAsDict(file, "softwarePlatform", found),
                              [](const auto& entry) { return entry.first + "=" + entry.second; }));
     const NativeCatalogService catalog;
     sayDocument("services.catalog", catalog.getAsJsonStr(file, true, false));
-    say("services.catalog.name", catalog.getValue(file, "name"));
+    say("services.catalog.type", catalog.getValue(file, "type"));
     say("services.found", sorted(filled([](auto& out) { NativePlatformRepoService().getZpfmFiles("", Texts{examples}, false, out); })));
     const NativeTransformService transform;
     sayDocument("services.transform", transform.getTransformSpecAsJsonStr(data + "/transform.json"));

@@ -373,8 +373,8 @@ public final class Misuse {
     ownership();
     System.gc();
     new StringVector();
-    if (!"kestrel".equals(platform.getName())) {
-      fail("the platform afterwards", platform.getName());
+    if (!"kestrel".equals(platform.getDeviceName())) {
+      fail("the platform afterwards", platform.getDeviceName());
     }
     System.out.println(calls + " calls, " + REFUSED + ", " + faults + " faults");
     System.exit(faults == 0 && calls >= 1000 ? 0 : 1);
