@@ -32,6 +32,8 @@ class Handle:
 '''
 NUMBER = re.compile(r"(unsigned )?(int|long|short|char)|std::(size_t|u?int\d+_t)")
 MODE = re.compile(r"zep(_|::)platform::PlatformLoader::HwMetadataMode")
+ADDED = re.compile(r"addOutput\(resultobj, (?:hzep_python::)?(\w+)\(\*arg\d+(?:, SWIGTYPE_p_(\w+))?")
+CONVERSIONS = {"mapToPython": "dict[str, str]", "treeToPython": "Any", "toPython": "str", "PyBool_FromLong": "bool"}
 # These may have no answer; all other operations that give an object give one.
 MAYBE_NONE = re.compile(r"get(?!Global)|find|load")
 
@@ -108,11 +110,11 @@ class Stub:
 
     def added_results(self, wrapper):
         found = []
-        for conversion, descriptor in re.findall(r"addOutput\(resultobj, (?:hzep_python::)?(\w+)\(\*arg\d+(?:, SWIGTYPE_p_(\w+))?", wrapper):
+        for conversion, descriptor in ADDED.findall(wrapper):
             if conversion == "listToPython":
                 found.append(f"list[{self.item(descriptor.replace('std__string', 'std::string'))}]")
             else:
-                found.append({"mapToPython": "dict[str, str]", "treeToPython": "Any", "toPython": "str", "PyBool_FromLong": "bool"}[conversion])
+                found.append(CONVERSIONS[conversion])
         return found
 
     def signature(self, class_name, name, line, wrapper, static):

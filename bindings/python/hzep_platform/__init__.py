@@ -8,7 +8,9 @@ from . import native as _native
 from ._handle import Handle
 
 __all__ = ["Handle", "PlatformError", "ClosedError"]
-__all__ += [_name for _name, _value in vars(_native).items() if isinstance(_value, type) and _value.__module__ == _native.__name__ and _name[0] != "_"]
+for _name, _value in vars(_native).items():
+    if isinstance(_value, type) and _value.__module__ == _native.__name__ and _name[0] != "_":
+        __all__.append(_name)
 globals().update((_name, getattr(_native, _name)) for _name in __all__)
 for _name in __all__:
     globals()[_name].__module__ = __name__
