@@ -1,14 +1,21 @@
 # SPDX-License-Identifier: Apache-2.0
 # SPDX-FileCopyrightText: the hzep platform authors
 
-# hzep_host_library(NAME [DEPENDS target...]): one folder of src/host, compiled once and folded into the shared library.
+# hzep_host_library(NAME [DEPENDS target...]): one folder of src/host, compiled once and folded into the shared library. One without
+# sources has headers alone.
 function(hzep_host_library name)
   cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/src/*.cpp)
-  add_library(${name} OBJECT ${sources})
-  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/include)
-  target_compile_options(${name} PRIVATE ${HZEP_WARNINGS})
-  target_link_libraries(${name} PUBLIC ${arg_DEPENDS})
+  if(sources)
+    add_library(${name} OBJECT ${sources})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/include)
+    target_compile_options(${name} PRIVATE ${HZEP_WARNINGS})
+    target_link_libraries(${name} PUBLIC ${arg_DEPENDS})
+  else()
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/include)
+    target_link_libraries(${name} INTERFACE ${arg_DEPENDS})
+  endif()
   set_property(GLOBAL APPEND PROPERTY HZEP_HOST_LIBRARIES ${name})
   set_property(GLOBAL APPEND PROPERTY HZEP_PUBLIC_HEADER_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/include)
 endfunction()

@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
-#include "HostErrors.h"
 #include "ScriptHandles.h"
 
 #include <Python.h>
 
 #include <new>
 #include <stdexcept>
+#include <string>
 
 /// What every generated Python function does beside the call itself.
 namespace hzep_python {
@@ -18,14 +18,36 @@ inline PyObject* platformError = nullptr;
 inline PyObject* closedError = nullptr;
 
 inline void addExceptions(PyObject* module) {
-    platformError = PyErr_NewExceptionWithDoc("hzep_platform.PlatformError", "The library refused a call or failed in it.", nullptr, nullptr);
-    closedError = PyErr_NewExceptionWithDoc("hzep_platform.ClosedError", "The object is closed, or what owned it is gone.", platformError, nullptr);
+    platformError =
+        PyErr_NewExceptionWithDoc("hzep_platform.PlatformError", "The library refused a call or failed in it.", nullptr, nullptr);
+    closedError =
+        PyErr_NewExceptionWithDoc("hzep_platform.ClosedError", "The object is closed, or what owned it is gone.", platformError, nullptr);
     PyModule_AddObjectRef(module, "PlatformError", platformError);
     PyModule_AddObjectRef(module, "ClosedError", closedError);
 }
 
-inline void raiseClosed(const char* text) {
-    PyErr_SetString(closedError, text);
+/// Bytes that are no UTF-8 come through, as in paths.
+inline PyObject* toPython(const std::string& text) {
+    return PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "surrogateescape");
+}
+
+/// Text, or a path of any kind whose form is text. False, without an exception, for anything else.
+inline bool fromPython(PyObject* given, std::string& text) {
+    PyObject* const shown = PyUnicode_Check(given) ? Py_NewRef(given) : PyOS_FSPath(given);
+    PyObject* const bytes = shown && PyUnicode_Check(shown) ? PyUnicode_AsEncodedString(shown, "utf-8", "surrogateescape") : nullptr;
+    if (bytes)
+        text.assign(PyBytes_AS_STRING(bytes), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes)));
+    Py_XDECREF(shown);
+    Py_XDECREF(bytes);
+    PyErr_Clear();
+    return bytes != nullptr;
+}
+
+inline void raise(PyObject* type, const std::string& text) {
+    if (PyObject* const message = toPython(text)) {
+        PyErr_SetObject(type, message);
+        Py_DECREF(message);
+    }
 }
 
 /// To be called in a handler: no exception crosses into Python.
@@ -33,13 +55,15 @@ inline void raiseCurrentException() {
     try {
         throw;
     } catch (const hzep_script::IndexError& error) {
-        PyErr_SetString(PyExc_IndexError, error.what());
+        raise(PyExc_IndexError, error.what());
+    } catch (const hzep_script::GoneError& error) {
+        raise(closedError, error.what());
     } catch (const std::bad_alloc&) {
         PyErr_NoMemory();
     } catch (const std::exception& error) {
-        PyErr_SetString(platformError, error.what());
+        raise(platformError, error.what());
     } catch (...) {
-        PyErr_SetString(platformError, "Unknown exception occurred");
+        raise(platformError, "Unknown exception occurred");
     }
 }
 

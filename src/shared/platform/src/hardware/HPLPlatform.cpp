@@ -4,6 +4,7 @@
 
 #include "AsciiCase.h"
 #include "EntryName.h"
+#include "HPLScriptCaches.h"
 #include "HZEPJSONText.h"
 #include "HostEnv.h"
 #include "HostFile.h"
@@ -21,6 +22,8 @@
 #include <string_view>
 
 using zep_platform::JSONObjectWriter;
+
+template class host::pyinfra::py_native_cache<HPLPlatform*>;
 
 namespace {
 
@@ -84,7 +87,9 @@ std::string reduceToNumbers(const std::string& text) {
 } // namespace
 
 HPLPlatform::HPLPlatform() = default;
-HPLPlatform::~HPLPlatform() = default;
+HPLPlatform::~HPLPlatform() {
+    host::pyinfra::py_native_cache<HPLPlatform*>::nativeDied(this);
+}
 
 void HPLPlatform::toJSON(JSONObjectWriter& writer) const {
     writer.addKey("versionMajor", std::to_string(versionMajor_));
