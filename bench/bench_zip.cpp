@@ -105,6 +105,7 @@ int main(int argc, char** argv) {
         (argc > 1 ? std::string(argv[1]) : std::filesystem::temp_directory_path().string()) + "/bench_zip." + std::to_string(::getpid());
     std::filesystem::create_directories(directory);
     const std::string path = directory + "/large.kar";
+    const std::string stampedPath = directory + "/stamped.kar";
     int result = 0;
     try {
         makeArchive(path);
@@ -114,10 +115,14 @@ int main(int argc, char** argv) {
         Case openNext{"open the next one while the archive is open", [&] { HostZip::readMember(path, "bin/member1999.dcp"); }};
         Case copy{"plain copy, synced", [&] { plainCopy(path, directory + "/copy"); }};
         Case update{"add a small file", [&] { add(path, false); }};
-        Case stamped{"add a small file and stamp the digest", [&] { add(path, true); }};
+        std::filesystem::copy_file(path, stampedPath);
+        Case first{"stamp the digest for the first time", [&] { HostZip::attachDigestEn(path); }};
+        HostZip::attachDigestEn(stampedPath);
+        Case stamped{"add a small file and stamp the digest", [&] { add(stampedPath, true); }};
+        Case verify{"verify the digest", [&] { check(HostZip::verifyDigest(stampedPath), "digest"); }};
         Case library{"add a small file by libzip alone, not synced", [&] { addByLibrary(path); }};
         for (int i = 0; i < kRounds; ++i)
-            for (Case* c : {&copy, &update, &stamped, &library})
+            for (Case* c : {&copy, &update, &first, &stamped, &verify, &library})
                 c->times.push_back(milliseconds(c->action));
         for (int i = 0; i < 10 * kRounds; ++i) {
             openNext.times.push_back(milliseconds(openNext.action));
@@ -127,7 +132,7 @@ int main(int argc, char** argv) {
         }
         for (Case* c : {&open, &openNext})
             std::printf("%-48s %9.3f ms\n", c->name, c->median());
-        for (Case* c : {&copy, &update, &stamped, &library})
+        for (Case* c : {&copy, &update, &first, &stamped, &verify, &library})
             std::printf("%-48s %9.1f ms   %5.2f times the copy\n", c->name, c->median(), c->median() / copy.median());
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

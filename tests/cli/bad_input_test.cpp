@@ -92,7 +92,7 @@ std::vector<BadInput> getBadInputs() {
         {"EmptyPath", [](const TempDir&) { return ""; }, {"the path is empty"}},
         {"Directory", [](const TempDir& dir) { return dir.path(); }, {"is a directory"}},
 
-        {"NoZip", [](const TempDir& dir) { return dir.write("p.kar", "not an archive"); }, {"p.kar", "Not a zip archive"}},
+        {"NoZip", [](const TempDir& dir) { return dir.write("p.kar", "not an archive"); }, {"p.kar", "not a zip archive"}},
         {"EmptyArchiveFile", [](const TempDir& dir) { return dir.write("p.kar", ""); }, {"p.kar"}},
         {"CutEarly", cutAt(0.1), {"p.kar"}},
         {"CutInTheMiddle", cutAt(0.5), {"p.kar"}},

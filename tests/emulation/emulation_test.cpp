@@ -7,6 +7,8 @@
 #include "HZEPEmulationXMLWriter.h"
 #include "HZEPEmulations.h"
 #include "HostErrors.h"
+#include "HostMsgMgr.h"
+#include "HostZip.h"
 #include "MessageLog.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
@@ -138,6 +140,8 @@ TEST_F(Emulation, JsonMembersAreFoundWithoutTheDot) {
     const std::string archive = ZipBuilder(dir_.path("a.kar"))
                                     .add("hw_emu.json", R"({"emulations": [{"name": "a", "files": []}]})")
                                     .add("broken.json", "{")
+                                    .add({.name = "secret.json", .content = "0123456789abc", .flags = 1})
+                                    .add({.name = "huge.json", .content = "{}", .size = HostZip::kMaxMemberSize + 1})
                                     .write();
     const auto read = [&](const std::string& file, const std::string& member) {
         HZEPEmulations emulations;
@@ -149,14 +153,13 @@ TEST_F(Emulation, JsonMembersAreFoundWithoutTheDot) {
     // The expression takes any one character in front of separators off.
     EXPECT_THAT(read(archive, "x///hw_emu.json"), ElementsAre("a:"));
     EXPECT_THROW(read(archive, "broken.json"), json_parser_error);
-    for (const auto& [file, member] :
-         {std::pair{archive, "none.json"}, std::pair{archive, "ab/hw_emu.json"}, std::pair{dir_.path("none.kar"), "a"}})
+    for (const auto& [file, member] : {std::pair{archive, "none.json"}, std::pair{archive, "secret.json"}, std::pair{archive, "huge.json"},
+                                       std::pair{archive, "ab/hw_emu.json"}, std::pair{dir_.path("none.kar"), "a"}})
         try {
             read(file, member);
             ADD_FAILURE() << member;
         } catch (const HostError& error) {
-            EXPECT_THAT(error.what(), HasSubstr(file));
-            EXPECT_THAT(error.what(), HasSubstr(member));
+            EXPECT_EQ(error.what(), HostMsgMgr::getText({"platform", HostMsgMgr::Error, "@74-34@%s%s", {file, member}}));
         }
     EXPECT_THROW(read(archive, std::string(1 << 20, '/')), HostError);
 }

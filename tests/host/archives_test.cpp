@@ -6,6 +6,7 @@
 #include "HostZip.h"
 #include "HostZipSession.h"
 #include "HostZipStreams.h"
+#include "HostZipUpdate.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
 
@@ -120,7 +121,7 @@ TEST(Archive, file_that_is_none_says_why) {
     mkfifo(dir.path("pipe").c_str(), 0600);
     const std::pair<std::string, const char*> cases[] = {
         {dir.path("missing"), "No such file"},       {dir.path(), "is a directory"},
-        {dir.write("empty", ""), "is empty"},        {dir.write("text", "no archive at all"), "Not a zip archive"},
+        {dir.write("empty", ""), "is empty"},        {dir.write("text", "no archive at all"), "not a zip archive"},
         {dir.path("pipe"), "is not a regular file"}, {"", "not a file name"},
     };
     for (const auto& [path, cause] : cases) {
@@ -254,7 +255,57 @@ TEST(ArchiveDamage, end_record_of_a_billion_members_takes_no_memory) {
     put(1000000000, 8), put(1000000000, 8), put(50, 8), put(record - 50, 8);
     put(0x07064b50, 4), put(0, 4), put(record, 8), put(1, 4);
     put(0x06054b50, 4), put(0, 4), put(0xffff, 2), put(0xffff, 2), put(0xffffffff, 4), put(0xffffffff, 4), put(0, 2);
-    EXPECT_THAT(HostZip::getFault(dir.write("a", bytes)), HasSubstr("inconsistent"));
+    EXPECT_THAT(HostZip::getFault(dir.write("a", bytes)), HasSubstr("more than 100000 members"));
+}
+
+TEST(ArchiveDamage, names_made_to_collide_cost_no_more_than_others) {
+    const TempDir dir;
+    // In a hash that takes 33 times what came before plus the next letter, the two pairs give one value.
+    ZipBuilder colliding(dir.path("a.kar"));
+    constexpr int pairs = 16, members = 40'000;
+    std::string last;
+    for (unsigned i = 0; i < members; ++i) {
+        last.clear();
+        for (int bit = 0; bit < pairs; ++bit)
+            last += i >> bit & 1 ? "FY" : "Ez";
+        colliding.addStored(last, "x");
+    }
+    const std::string archive = colliding.write();
+    // The hostile one inside of another, where a search for an end record would find it.
+    const std::string outer = ZipBuilder(dir.path("b.kar")).addStored("inner.kar", dir.read("a.kar")).write();
+
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(HostZip::getEntries(archive).size(), static_cast<std::size_t>(members));
+    EXPECT_EQ(HostZip::readMember(archive, last), "x");
+    EXPECT_TRUE(HostZip::readMember(outer, "inner.kar") == dir.read("a.kar"));
+    {
+        HostZipUpdate update(archive);
+        update.put(last, "y");
+        update.commit();
+    }
+    EXPECT_EQ(HostZip::readMember(archive, last), "y");
+    // With all names in one chain the listing alone took half a minute.
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(15));
+}
+
+TEST(Archive, names_come_in_utf8_whatever_they_are_kept_in) {
+    const TempDir dir;
+    const std::string archive = ZipBuilder(dir.path("a.kar"))
+                                    .add("st\x81"
+                                         "ck",
+                                         "code page")
+                                    .add("stück2", "utf-8")
+                                    .write();
+    EXPECT_EQ(HostZip::readMember(archive, "stück"), "code page");
+    EXPECT_EQ(HostZip::readMember(archive, "stück2"), "utf-8");
+    HostZipUpdate update(archive);
+    update.put("stück", "replaced");
+    update.commit();
+    EXPECT_EQ(HostZip::getEntries(archive).size(), 2u);
+    EXPECT_EQ(HostZip::readMember(archive, "stück"), "replaced");
+    // What is behind an archive keeps nobody from reading it, but from changing it.
+    dir.write("a.kar", dir.read("a.kar") + "behind");
+    EXPECT_EQ(HostZip::readMember(archive, "stück2"), "utf-8");
 }
 
 TEST(Unpack, writes_below_the_target_what_lies_below_the_entry) {
@@ -301,12 +352,9 @@ TEST(Unpack, name_that_could_land_elsewhere_is_refused_before_anything_is_writte
         EXPECT_FALSE(HostFile::exists(dir.path("out"))) << name;
         EXPECT_FALSE(HostFile::exists(dir.path("evil"))) << name;
     }
-
-    // A NUL never reaches the name: the zip library reads it as a blank.
     const TempDir dir;
-    const std::string archive = ZipBuilder(dir.path("a.kar")).add(std::string("d/a\0b", 5), "x").write();
-    EXPECT_TRUE(HostZip::uncompressDir(archive, "d", dir.path("out"), 1));
-    EXPECT_EQ(dir.read("out/d/a b"), "x");
+    ZipBuilder(dir.path("a.kar")).add(std::string("d/a\0b", 5), "x").write();
+    EXPECT_THROW(HostZip::uncompressDir(dir.path("a.kar"), "", dir.path("out"), 1), HostError);
 }
 
 TEST(Unpack, links_are_neither_made_nor_followed) {
@@ -397,7 +445,6 @@ TEST(Pack, what_is_packed_can_be_read) {
     EXPECT_TRUE(dir.read("one.kar") == dir.read("two.kar"));
     for (const HostZipEntry& entry : HostZip::getEntries(dir.path("one.kar"))) {
         EXPECT_TRUE(HostZip::readMember(dir.path("one.kar"), entry.name) == dir.read("f/" + entry.name)) << entry.name;
-        EXPECT_EQ(entry.compressedSize == entry.size, entry.size >= 2'500'000) << entry.name;
     }
     EXPECT_TRUE(HostZip::uncompressDir(dir.path("one.kar"), "", dir.path("out"), 1));
 }

@@ -24,10 +24,55 @@ protected:
 };
 
 TEST_F(Digest, IsWhatTheDocumentationSays) {
-    // SHA-256 over name length, name, size and content of each member, worked out by another program.
+    // Over name length, name, size and SHA-256 of the content of each member, worked out by another program.
     EXPECT_EQ(digestOf(ZipBuilder().add("b.txt", "hi").add("a/").add("a/c")),
-              "a2ba5c94c2efa25a6a24de1bfb2a553bc77d7c06898f5bcaaae371fcedd81956");
+              "a352f346f19f092725bbbc0364a18210e80db3467a7e9b19433a037da194741a");
     EXPECT_EQ(digestOf(ZipBuilder()), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
+
+    // The first revision has the contents themselves in place of their hashes.
+    const std::string first = "hzep-digest-1:sha256:a2ba5c94c2efa25a6a24de1bfb2a553bc77d7c06898f5bcaaae371fcedd81956";
+    for (const char* content : {"hi", "ho"}) {
+        ZipBuilder(archive_).add("b.txt", content).add("a/").add("a/c").setComment(first).write();
+        EXPECT_EQ(HostZip::verifyDigest(archive_), content == std::string("hi"));
+    }
+    HostZip::attachDigestEn(archive_);
+    EXPECT_TRUE(HostZip::verifyDigest(archive_));
+    EXPECT_EQ(dir_.read("plat.kar").find("hzep-digest-1"), std::string::npos);
+}
+
+TEST_F(Digest, WhatHasNotChangedIsNotReadAgain) {
+    const auto add = [&](bool withDigest) {
+        HostZipUpdate update(archive_);
+        update.put("added", "small");
+        if (withDigest)
+            update.attachDigest();
+        update.commit();
+    };
+    const auto flip = [&](const std::string& mark, std::size_t behind) {
+        std::string bytes = dir_.read("plat.kar");
+        char& byte = bytes[bytes.find(mark) + behind];
+        byte = static_cast<char>(byte ^ 1);
+        dir_.write("plat.kar", bytes);
+    };
+    const std::string field("hz\x2d\0\x01", 5);
+    ZipBuilder(archive_).addStored("a", "alpha").add("folder/").add("b", std::string(5000, 'b')).write();
+    add(true);
+    EXPECT_TRUE(HostZip::verifyDigest(archive_));
+
+    // A hash that the stamp does not speak of is worked out anew.
+    flip(field, field.size() + 12);
+    add(true);
+    EXPECT_TRUE(HostZip::verifyDigest(archive_));
+
+    // Damage is not read, and so neither found nor blessed: verifying finds it.
+    flip("alpha", 0);
+    add(true);
+    EXPECT_THROW(HostZip::verifyDigest(archive_), HostError);
+
+    // Without a stamp to speak of them there are no hashes, and everything is read.
+    add(false);
+    EXPECT_EQ(dir_.read("plat.kar").find(field), std::string::npos);
+    EXPECT_THROW(add(true), HostError);
 }
 
 TEST_F(Digest, CoversContentNotForm) {
@@ -49,7 +94,7 @@ TEST_F(Digest, StandsInTheCommentUntilTheArchiveChanges) {
     const std::string once = dir_.read("plat.kar");
     const std::string digest = HostZip::getDigest(archive_);
     EXPECT_EQ(digest.size(), 64u);
-    EXPECT_TRUE(once.ends_with("line one\nline two\nhzep-digest-1:sha256:" + digest));
+    EXPECT_TRUE(once.ends_with("line one\nline two\nhzep-digest-2:sha256:" + digest));
     HostZip::attachDigestEn(archive_);
     EXPECT_EQ(dir_.read("plat.kar"), once);
 

@@ -15,10 +15,15 @@
 #include <filesystem>
 #include <functional>
 #include <random>
+#include <set>
 #include <utility>
 #include <vector>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <zip.h>
 #include <zlib.h>
 
@@ -373,6 +378,40 @@ TEST_F(ZipUpdate, StaysAsPrivateAsItIs) {
     update.put("b", "beta");
     update.commit();
     expectPrivate(1);
+}
+
+TEST_F(ZipUpdate, TakesAwayWhatTheKilledHaveLeftAndNothingElse) {
+    ZipBuilder(archive_).add("a", "alpha").write();
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(0);
+    ASSERT_EQ(waitpid(child, nullptr, 0), child);
+    const std::string gone = std::to_string(child);
+    const int held = open(dir_.write("plat.kar.new-" + gone + "-9", "written elsewhere").c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    dir_.write("plat.kar.new-" + gone + "-0", "left");
+    dir_.write("plat.kar.new-" + gone + "-77", "left");
+    std::set<std::string> expected = {"plat.kar", "plat.kar.new-" + gone + "-9"};
+    for (const char* name :
+         {"plat.kar.new-1-0", "plat.kar.new-0-0", "plat.kar.new-4294967295-0", "other.kar.new-GONE-0", "plat.kar.new-GONE-",
+          "plat.kar.new-0GONE-0", "plat.kar.new-GONE-0x", "plat.kar.new-GONE", "plat.kar.new-GONE-01", "plat.kar.new-"}) {
+        std::string full = name;
+        if (const std::size_t at = full.find("GONE"); at != std::string::npos)
+            full.replace(at, 4, gone);
+        dir_.write(full, "somebody's");
+        expected.insert(full);
+    }
+    std::filesystem::create_symlink(archive_, dir_.path("plat.kar.new-" + gone + "-5"));
+    expected.insert("plat.kar.new-" + gone + "-5");
+
+    HostZipUpdate update(archive_);
+    update.put("b", "beta");
+    update.commit();
+    std::set<std::string> found;
+    for (const auto& file : std::filesystem::directory_iterator(dir_.path()))
+        found.insert(file.path().filename());
+    EXPECT_EQ(found, expected);
+    close(held);
 }
 
 TEST_F(ZipUpdate, RefusesChangesAndThenEverything) {

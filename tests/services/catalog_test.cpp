@@ -50,9 +50,9 @@ protected:
 TEST_F(Catalog, TellsAPlatformInTheOrderOfItsKeys) {
     const std::string file =
         PlatformOnDisk{.intents = "dataCenter embedded", .isUnified = false, .extensions = "{\"a\": \"b\"}"}.write(dir_);
-    const std::vector<std::string> brief = {"baseName=p",        "version=1.50",        "type=acceleration",  "dataCenter=true",
-                                            "embedded=true",     "externalHost=false",  "serverManaged=false", "platformState=impl",
-                                            "usesPR=false",      "platformFile=" + file};
+    const std::vector<std::string> brief = {"baseName=p",    "version=1.50",        "type=acceleration",   "dataCenter=true",
+                                            "embedded=true", "externalHost=false",  "serverManaged=false", "platformState=impl",
+                                            "usesPR=false",  "platformFile=" + file};
     EXPECT_EQ(linesOf(catalog_.getAsJsonStr(file, false, false)), brief);
 
     const std::string text = catalog_.getAsJsonStr(file, true, false);
@@ -61,12 +61,12 @@ TEST_F(Catalog, TellsAPlatformInTheOrderOfItsKeys) {
     ASSERT_GT(lines.size(), brief.size());
     EXPECT_TRUE(std::equal(brief.begin(), brief.end(), lines.begin()));
     lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(brief.size()));
-    EXPECT_THAT(lines, ElementsAre("platformHwFile=" + dir_.path("hw-p.kar"), "platformHwEmuFile=",
-                                   "platformSwFile=" + dir_.path() + "/sw/p.spfm", "hpfmFile=<DSA>/p.hpfm", "systemClockCount=0",
-                                   "partArchitecture=a:b:c:-1", "warranty=false",
-                                   "warrantyReason=Platform 'p.zpfm' is not a unified platform. By policy, non-unified platforms are not "
-                                   "supported by the current tool version",
-                                   "hardware=true", "hardwareEmulation=false", "twoHwEmuBd=false", "softwareEmulation=true"));
+    EXPECT_THAT(lines,
+                ElementsAre("platformHwFile=" + dir_.path("hw-p.kar"), "platformHwEmuFile=", "platformSwFile=" + dir_.path() + "/sw/p.spfm",
+                            "hpfmFile=<DSA>/p.hpfm", "systemClockCount=0", "partArchitecture=a:b:c:-1", "warranty=false",
+                            "warrantyReason=Platform 'p.zpfm' is not a unified platform. By policy, non-unified platforms are not "
+                            "supported by the current tool version",
+                            "hardware=true", "hardwareEmulation=false", "twoHwEmuBd=false", "softwareEmulation=true"));
 }
 
 TEST_F(Catalog, TellsThePartitions) {
@@ -86,8 +86,8 @@ TEST_F(Catalog, TellsThePartitions) {
     std::vector<std::string> lines;
     addLines(document.get_child("reconfigurablePartitions"), "", lines);
     EXPECT_THAT(lines, ElementsAre("=", ".platformHwFile=" + dir_.path("hw/a.kar"), ".hpfmFile=<DSA>/a.hpfm", ".systemClockCount=2",
-                                   ".platformHwEmuFile=" + dir_.path("hw/emu.kar"), ".hwEmuSystemClockCount=0", "=", ".platformHwFile=",
-                                   ".platformHwEmuFile="));
+                                   ".platformHwEmuFile=" + dir_.path("hw/emu.kar"), ".hwEmuSystemClockCount=0", "=",
+                                   ".platformHwFile=", ".platformHwEmuFile="));
     EXPECT_EQ(catalog_.getValue(&loader, "reconfigurablePartitions"), "");
     EXPECT_EQ(heard_.text(), "");
 }

@@ -36,7 +36,8 @@ TEST_F(Repository, FindsPlatformFilesTwoLevelsDown) {
     std::filesystem::create_directory_symlink(at("s"), at("r/linked"));
     const std::string both = at("r") + "::" + at("nowhere") + ":" + at("s");
 
-    EXPECT_THAT(find("", both), UnorderedElementsAre(at("r/a.zpfm"), at("r/1/B.zpfm"), at("r/1/2/c.zpfm"), at("r/linked/a.zpfm"), at("s/a.zpfm")));
+    EXPECT_THAT(find("", both),
+                UnorderedElementsAre(at("r/a.zpfm"), at("r/1/B.zpfm"), at("r/1/2/c.zpfm"), at("r/linked/a.zpfm"), at("s/a.zpfm")));
     EXPECT_THAT(find("b", both), ElementsAre(at("r/1/B.zpfm")));
     EXPECT_THAT(find("B.zpfm", both), ElementsAre());
     EXPECT_THAT(find(at("r/upper.ZPFM"), ""), ElementsAre(at("r/upper.ZPFM")));

@@ -9,7 +9,7 @@
 
 /// A crash test of work that replaces one file: the work is run once to see the new file, and then with a fault at its first call, its
 /// second, and so on until none is struck. Expected each time: the file is the old one or the new one, byte for byte, the new one when
-/// the work succeeded; and nothing else is left in its folder, unless the process was killed.
+/// the work succeeded; and nothing else is left in its folder; what killed processes leave is gone after the run that none is struck in.
 class FaultSweep {
 public:
     struct Count {

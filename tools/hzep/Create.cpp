@@ -4,6 +4,7 @@
 #include "Verbs.h"
 
 #include "HDFToDSAConverter.h"
+#include "HZEPHardwarePlatform.h"
 #include "HostFile.h"
 #include "SimpleFixedKARCreator.h"
 

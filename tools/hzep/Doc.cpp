@@ -13,7 +13,6 @@
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/property_tree/ptree.hpp>
 #include <memory>
-#include <regex>
 
 using boost::property_tree::ptree;
 using zep::platform::NativeDictService;
@@ -33,8 +32,11 @@ struct Options {
 
 /// The documentation tells of a list's elements once, in its first element.
 std::string toFirstElements(const std::string& key) {
-    static const std::regex subscript(R"(\[[^\].]*\])");
-    return std::regex_replace(key, subscript, "[0]");
+    std::string first;
+    std::size_t begin = 0;
+    for (std::size_t open, close; (open = key.find('[', begin)) != key.npos && (close = key.find(']', open)) != key.npos; begin = close + 1)
+        first += key.substr(begin, open - begin) + "[0]";
+    return first + key.substr(begin);
 }
 
 void printDoc(Session& session, const Options& options) {
@@ -44,23 +46,20 @@ void printDoc(Session& session, const Options& options) {
     const std::string path = service.getFromFile(file);
     if (path.empty())
         throw Unusable("no documentation is installed; $HOST_APP_ROOT tells where the application is");
+    if (file.count(kBranch) == 0)
+        throw Unusable(path + ": the member \"" + kBranch + "\" is missing");
     ptree doc = service.getDocKeyBranch(file, kBranch);
 
-    std::string key = objects.getPathWithActualHwPlatformRoot(doc, options.key);
+    const std::string key = objects.getPathWithActualHwPlatformRoot(doc, options.key);
     if (!service.isValidDocKey(doc, key))
-        throw Negative(describeMissingKey(path, doc, key));
+        throw Negative(describeMissingKey(path, doc, toFirstElements(key)));
     const bool isWhole = key == kAll || key == kListKeys;
-    if (isWhole)
-        key.clear();
-    const std::string first = toFirstElements(key);
+    const std::string first = isWhole ? "" : toFirstElements(key);
     bool ok = true;
-    const ptree branch = isWhole ? doc : service.getBranch(file, std::string(kBranch) + "." + first, ok);
-    if (options.isJson && !branch.empty()) {
-        session.out() << service.getAsJsonStr(branch);
-        return;
-    }
-    if (branch.empty()) {
-        session.out() << branch.data() << '\n';
+    const std::string way = std::string(kBranch) + (isWhole ? "" : "." + first);
+    const ptree branch = service.getBranch(file, way, ok);
+    if (options.isJson || branch.empty()) {
+        printAt(session, service.getAsJsonStr(file), way, options.isJson);
         return;
     }
     const bool isList = options.key == kListKeys;

@@ -4,11 +4,12 @@
 #include "Verbs.h"
 
 #include "HZEPHardwarePlatform.h"
-#include "HostFileUtils.h"
 #include "HostZip.h"
+#include "HostZipMember.h"
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -39,23 +40,23 @@ std::string findEntry(Session& session, const Options& options) {
     return options.what;
 }
 
+void print(Session& session, const std::string& archive, const std::string& entry) {
+    HostZipMember member(archive, entry, HostZip::kMaxUnpackedSize);
+    std::vector<char> buffer(256 << 10);
+    while (const std::size_t got = session.out() ? member.read(buffer.data(), buffer.size()) : 0)
+        session.out().write(buffer.data(), static_cast<std::streamsize>(got));
+}
+
 void extract(Session& session, const Options& options) {
     const std::string entry = findEntry(session, options);
     if (entry.ends_with('/'))
         throw Negative(options.archive + ": \"" + entry + "\" is a directory");
-    std::string bytes;
     try {
-        bytes = HostZip::readMember(options.archive, entry);
-    } catch (const std::exception& error) {
-        throw Unusable(error.what());
-    }
-    if (options.out == "-") {
-        session.out() << bytes;
-        return;
-    }
-    const std::string out = options.out.empty() ? std::filesystem::path(entry).filename().string() : options.out;
-    try {
-        HostFileUtils::writeFileAtomically(out, bytes);
+        if (options.out == "-")
+            print(session, options.archive, entry);
+        else
+            HostZip::extractMember(options.archive, entry,
+                                   options.out.empty() ? std::filesystem::path(entry).filename().string() : options.out);
     } catch (const std::exception& error) {
         throw Unusable(error.what());
     }

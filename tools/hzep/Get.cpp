@@ -5,7 +5,6 @@
 #include "Verbs.h"
 
 #include "HZEPJSONText.h"
-#include "HZEPMetadataLint.h"
 #include "NativeObjectService.h"
 
 #include <boost/property_tree/ptree.hpp>
@@ -22,40 +21,19 @@ struct Options {
     bool isJson = false;
 };
 
-/// What the whole document of the file holds at the path, else what its own part of the document holds there.
-std::string find(Session& session, const Options& options) {
-    const NativeObjectService objects;
+/// The whole document of the file is asked first, then the part of it that the file describes.
+void get(Session& session, const Options& options) {
+    if (options.key.find_first_not_of("[]*") == options.key.npos)
+        throw Unusable("the key path has no name in it");
     const std::string document = session.getDocument(options.path, false);
-    bool ok = false;
-    std::string text = objects.getObjectsByPath_(document, options.key, ok);
-    if (ok)
-        return text;
+    if (printAt(session, document, options.key, options.isJson))
+        return;
     const bool isPart = !options.path.ends_with(".zpfm");
-    if (isPart) {
-        const std::string part = objects.getAsJsonStr(options.path);
-        text = objects.getObjectsByPath_(part, options.key, ok);
-        if (ok)
-            return text;
-    }
+    if (isPart && printAt(session, NativeObjectService().getAsJsonStr(options.path), options.key, options.isJson))
+        return;
     ptree tree;
     HZEPJSONText::read(document, tree);
     throw Negative(describeMissingKey(options.path, tree, options.key));
-}
-
-void get(Session& session, const Options& options) {
-    if (options.key.empty())
-        throw Unusable("the key path is empty");
-    const std::string text = find(session, options);
-    const bool isValue = !text.ends_with('\n');
-    if (isValue && options.isJson) {
-        ptree holder;
-        holder.push_back({options.key.substr(options.key.rfind('.') + 1), ptree(text)});
-        HZEPJSONText::write(session.out(), holder);
-    } else if (isValue) {
-        session.out() << (Session::isTerminal() ? HZEPMetadataLint::makePrintable(text) : text) << '\n';
-    } else {
-        session.out() << text;
-    }
 }
 
 } // namespace

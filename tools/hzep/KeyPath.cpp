@@ -3,6 +3,7 @@
 
 #include "KeyPath.h"
 
+#include "HZEPJSONText.h"
 #include "HZEPMetadataLint.h"
 #include "HZEPNearNames.h"
 #include "NativeKeyService.h"
@@ -44,7 +45,8 @@ std::string describeStop(const ptree& node, const std::string& reached, const st
         return here + " is a list of " + std::to_string(node.size()) + "; an element is " + quote(reached + "[0]");
     const std::string plain = name.substr(0, name.find('['));
     if (const auto child = node.find(plain); child != node.not_found())
-        return quote((reached.empty() ? "" : reached + ".") + plain) + " has " + std::to_string(child->second.size()) + " elements";
+        return quote((reached.empty() ? "" : reached + ".") + plain) +
+               (child->second.empty() ? " is a value" : " ends at [" + std::to_string(child->second.size() - 1) + "]");
     std::vector<std::string> names;
     std::set<std::string> seen;
     for (const auto& [key, child] : node)
@@ -57,6 +59,23 @@ std::string describeStop(const ptree& node, const std::string& reached, const st
 }
 
 } // namespace
+
+bool printAt(Session& session, const std::string& document, const std::string& path, bool isJson) {
+    const NativeObjectService objects;
+    bool ok = false;
+    const std::string text = objects.getObjectsByPath_(document, path, ok);
+    if (!ok)
+        return false;
+    const bool isValue = objects.getNodeByPath_(document, path, ok).empty();
+    if (isValue && isJson) {
+        ptree holder;
+        holder.push_back({path.substr(path.rfind('.') + 1), ptree(text)});
+        HZEPJSONText::write(session.out(), holder);
+    } else {
+        session.out() << (isValue && Session::isTerminal() ? HZEPMetadataLint::makePrintable(text) : text) << (isValue ? "\n" : "");
+    }
+    return true;
+}
 
 std::string describeMissingKey(const std::string& place, const ptree& document, const std::string& path) {
     const NativeObjectService objects;

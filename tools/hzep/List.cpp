@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "ListManager.h"
 #include "Progress.h"
 #include "Table.h"
 #include "Verbs.h"
@@ -23,15 +24,13 @@ struct Options {
     bool noDefaults = false;
     bool all = false;
     bool isJson = false;
+    bool byManager = false;
 };
 
 std::vector<std::string> findFiles(const Options& options) {
-    for (const std::string& dir : options.dirs) {
-        if (!HostFile::isDir(dir))
-            throw Unusable(dir + ": is no directory");
+    for (const std::string& dir : options.dirs)
         if (dir.find(':') != dir.npos)
             throw Unusable(dir + ": a directory with \":\" in its name can't be searched");
-    }
     const zep::platform::NativePlatformRepoService repository;
     std::vector<std::string> files;
     const std::string path = repository.getPlatformRepoPath(options.dirs, !options.noDefaults);
@@ -94,6 +93,11 @@ void printTable(Session& session, const ptree& platforms, bool all) {
 }
 
 void list(Session& session, const Options& options) {
+    for (const std::string& dir : options.dirs)
+        if (!HostFile::isDir(dir))
+            throw Unusable(dir + ": is no directory");
+    if (options.byManager)
+        return listByManager(session, options.dirs, !options.noDefaults, options.isJson);
     const ptree root = readPlatforms(session, options);
     if (options.isJson)
         HZEPJSONText::write(session.out(), root);
@@ -110,6 +114,8 @@ void addList(CLI::App& app, Session& session) {
     verb->add_flag("--no-defaults", options->noDefaults, "Leave out /opt/tolvan/platforms and the platforms of the install roots");
     verb->add_flag("--all", options->all, "Part and warranty as well; with --json the long documents");
     verb->add_flag("--json", options->isJson, "The catalog document in place of a table");
+    verb->add_flag("--manager", options->byManager, "What the platform manager finds: three levels deep, loose archives too, newest first")
+        ->excludes("--all");
     verb->footer(
         "Columns are aligned on a terminal, else separated by one tab. A platform that can't be read is told on stderr and left out.\n"
         "Example: hzep list cards --no-defaults");

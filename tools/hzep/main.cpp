@@ -16,21 +16,22 @@ int main(int argc, char** argv) {
 
     Session session;
     addShow(app, session);
+    addInfo(app, session);
+    addList(app, session);
+    addCheck(app, session);
     addGet(app, session);
     addKeys(app, session);
     addDict(app, session);
     addDoc(app, session);
+    addLint(app, session);
     addFiles(app, session);
     addExtract(app, session);
+    addAdd(app, session);
     addPack(app, session);
-    addLint(app, session);
+    addVerify(app, session);
     addConvert(app, session);
     addRepair(app, session);
-    addAdd(app, session);
-    addVerify(app, session);
-    addList(app, session);
-    addInfo(app, session);
-    addCheck(app, session);
+    addEmu(app, session);
     addLabels(app, session);
     addMda(app, session);
     addEmu(app, session);

@@ -22,8 +22,8 @@ struct HostZipEntry {
     bool isEncrypted;
 };
 
-/// Zip archives. Names are UTF-8; one with a trailing "/" is a directory; of members with one name the first counts. Errors are
-/// HostError with the text "<archive>: <member>: <cause>".
+/// Zip archives. Names are UTF-8; one with a trailing "/" is a directory; of members with one name the first counts. The limits of
+/// HostZipUpdate on members and directory hold in reading too. Errors are HostError with the text "<archive>: <member>: <cause>".
 class HOST_EXPORT HostZip {
 public:
     /// Largest member that is read into memory: 1 GiB.
@@ -60,6 +60,10 @@ public:
     /// The whole member, its checksum verified. Raises HostError when it is missing, damaged, encrypted or above the limits.
     static std::string readMember(const std::string& archive, const std::string& entry);
 
+    /// Writes the member into the file, piece by piece, at most kMaxUnpackedSize bytes. The file appears, or is replaced, whole or not at
+    /// all. Raises HostError as readMember does, and for a file that can't be written.
+    static void extractMember(const std::string& archive, const std::string& entry, const std::string& file);
+
     /// Why the file can't be opened as an archive, in a few words; "" when it can.
     static std::string getFault(const std::string& archive);
 
@@ -72,21 +76,22 @@ public:
     static bool uncompressDir(const std::string& archive, const std::string& entry, const std::string& directory, int flags);
 
     /// Writes a new archive of all files below `directory`: entries sorted, times fixed, so that equal folders give equal
-    /// bytes. What would deflate further than kMaxRatio is stored. The archive appears whole or not at all. Raises HostError; links and
-    /// special files are refused.
+    /// bytes. Written as HostZipUpdate writes. Raises HostError; links and special files are refused.
     static void packDirectory(const std::string& directory, const std::string& archive);
 
-    /// Stamps the archive with a digest of its members, in place of an earlier one. It is the SHA-256 over all members, folders too, in
+    /// Stamps the archive with a digest of its members, in place of an earlier one. It is a SHA-256 over all members, folders too, in
     /// byte order of their names; of each one the length of the name (8 bytes, lowest first), the name, the size of the content
-    /// (8 bytes, lowest first) and the content, uncompressed. So it stays true when a member is only compressed differently. It
-    /// stands as "hzep-digest-1:sha256:" and 64 digits at the end of the archive's comment. Written as HostZipUpdate writes, which
-    /// also tells what is refused; encrypted members are too. Raises HostError.
+    /// (8 bytes, lowest first) and the SHA-256 of the content, uncompressed. So it stays true when a member is only compressed
+    /// differently. It stands as "hzep-digest-2:sha256:" and 64 digits at the end of the archive's comment. Members that have not
+    /// changed since the stamp before are not read again: damage in them is not found here, but by verifyDigest. Written as
+    /// HostZipUpdate writes, which also tells what is refused; encrypted members are too. Raises HostError.
     static void attachDigestEn(const std::string& archive);
 
     /// The digits of the stamp, "" without one. Raises HostError for a file that is no sound archive.
     static std::string getDigest(const std::string& archive);
 
-    /// The archive has a stamp and its members are what the stamp says. Raises HostError for an archive or member that can't be read.
+    /// The archive has a stamp, of this revision or the first one, and its members, all read, are what the stamp says. Raises HostError for
+    /// an archive or member that can't be read.
     static bool verifyDigest(const std::string& archive);
 
 private:

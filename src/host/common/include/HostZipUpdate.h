@@ -18,9 +18,9 @@
 /// the directory, a name would land outside of a folder, a member is a link or a special file, or a limit is passed.
 class HOST_EXPORT HostZipUpdate {
 public:
-    /// Most members of an archive.
+    /// Most members of an archive, also of one that is only read.
     static constexpr std::uint64_t kMaxMembers = 100'000;
-    /// Largest directory: 64 MiB.
+    /// Largest directory: 64 MiB; likewise.
     static constexpr std::uint64_t kMaxDirectorySize = 64ULL << 20;
     /// Largest content of unknown length, written piece by piece: 3.75 GiB. A file or text may be larger.
     static constexpr std::uint64_t kMaxStreamedSize = 15ULL << 28;

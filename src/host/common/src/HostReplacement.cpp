@@ -7,11 +7,64 @@
 
 #include <atomic>
 #include <cerrno>
+#include <charconv>
+#include <climits>
+#include <csignal>
 #include <cstring>
+#include <utility>
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+namespace {
+
+constexpr char kMark[] = ".new-";
+
+std::string makeTemporaryName(const std::string& target, unsigned process, unsigned number) {
+    return target + kMark + std::to_string(process) + "-" + std::to_string(number);
+}
+
+/// The process that a temporary file of the target is named for; 0 when the name is any other.
+pid_t getMaker(const std::string& target, const std::string& name) {
+    const std::size_t mark = target.size() + sizeof kMark - 1;
+    if (name.size() <= mark)
+        return 0;
+    const char* const end = name.data() + name.size();
+    unsigned process = 0, number = 0;
+    const char* const dash = std::from_chars(name.data() + mark, end, process).ptr;
+    if (dash == end || process == 0 || process > INT_MAX)
+        return 0;
+    std::from_chars(dash + 1, end, number);
+    return name == makeTemporaryName(target, process, number) ? static_cast<pid_t>(process) : 0;
+}
+
+/// Takes away what killed processes have left beside the file. The process must be gone and its lock too, which also tells of
+/// processes that can't be seen from here. What can't be told or done stays as it is.
+void removeLeftOvers(const std::string& target) {
+    const std::string parent = HostFile(target).getParent();
+    const std::string base = target.substr(parent.size() + (parent.ends_with('/') ? 0 : 1));
+    DIR* const directory = opendir(parent.c_str());
+    if (!directory)
+        return;
+    while (const dirent* entry = readdir(directory)) {
+        const pid_t maker = getMaker(base, entry->d_name);
+        if (maker == 0 || kill(maker, 0) == 0 || errno != ESRCH)
+            continue;
+        const int fd = openat(dirfd(directory), entry->d_name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        if (fd < 0)
+            continue;
+        struct stat info {};
+        if (fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && flock(fd, LOCK_EX | LOCK_NB) == 0)
+            unlinkat(dirfd(directory), entry->d_name, 0);
+        close(fd);
+    }
+    closedir(directory);
+}
+
+} // namespace
 
 HostReplacement::HostReplacement(const std::string& path) : path_(path), target_(HostFile::getCanonicalName(path)) {
     if (path.empty() || path.find('\0') != std::string::npos)
@@ -28,11 +81,13 @@ HostReplacement::HostReplacement(const std::string& path) : path_(path), target_
     const unsigned access = mode_ == 0 ? 0666 : (mode_ & 0777) | 0600;
     static std::atomic<unsigned> counter{0};
     do {
-        temporary_ = target_ + ".new-" + std::to_string(getpid()) + "-" + std::to_string(counter++);
+        temporary_ = makeTemporaryName(target_, static_cast<unsigned>(getpid()), counter++);
         fd_ = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, access);
     } while (fd_ < 0 && errno == EEXIST);
     if (fd_ < 0)
         fail("write");
+    // Tells others that this file is being written; where the file system has no locks, nobody takes left-overs away.
+    flock(fd_, LOCK_EX | LOCK_NB);
 }
 
 HostReplacement::~HostReplacement() {
@@ -55,18 +110,12 @@ void HostReplacement::write(const char* data, std::size_t size) {
 }
 
 void HostReplacement::commit() {
-    // The file is opened anew: whoever filled it by its path may have replaced it.
-    const int first = fd_;
-    fd_ = -1;
-    if (close(first) != 0)
-        fail("close");
-    fd_ = open(temporary_.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
-    if (fd_ < 0)
-        fail("write");
     if (mode_ != 0 && fchmod(fd_, mode_) != 0)
         fail("set the permissions of");
     if (fsync(fd_) != 0)
         fail("sync");
+    if (close(std::exchange(fd_, -1)) != 0)
+        fail("close");
     if (rename(temporary_.c_str(), target_.c_str()) != 0)
         fail("replace");
     temporary_.clear();
@@ -81,6 +130,7 @@ void HostReplacement::commit() {
     // Some file systems cannot sync a directory; the file itself is whole.
     if (!synced && cause != EINVAL && cause != ENOTSUP && cause != EACCES)
         fail("sync the directory of");
+    removeLeftOvers(target_);
 }
 
 void HostReplacement::fail(const char* step) const {

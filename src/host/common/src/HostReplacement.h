@@ -6,7 +6,8 @@
 #include <string>
 
 /// The new content of a file, written beside it: a crash at any moment leaves the old file or the new one. Unless committed the
-/// new content is removed with this object. Operations raise HostError naming the file and the cause.
+/// new content is removed with this object; what killed processes have left is removed by the next commit. Operations raise HostError
+/// naming the file and the cause.
 class HostReplacement {
 public:
     /// Makes the empty temporary file. A link is resolved: its target is replaced.
@@ -15,7 +16,7 @@ public:
     HostReplacement(const HostReplacement&) = delete;
     HostReplacement& operator=(const HostReplacement&) = delete;
 
-    /// Where the new content stands until it is committed. Who writes there himself may replace that file too.
+    /// Where the new content stands until it is committed.
     const std::string& getTemporaryPath() const { return temporary_; }
     const std::string& getTargetPath() const { return target_; }
 

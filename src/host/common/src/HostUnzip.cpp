@@ -77,7 +77,6 @@ std::string getNameFault(const std::string& name) {
 }
 
 struct Item {
-    zip_uint64_t index;
     std::string name;
     std::vector<std::string> parts;
     bool isDirectory;
@@ -94,33 +93,29 @@ std::vector<Item> collect(const HostZipArchive& archive, const std::string& entr
     std::vector<Item> items;
     std::set<std::string> names;
     std::uint64_t compressed = 0;
-    const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
-    for (zip_int64_t i = 0; i < count; ++i) {
-        const auto index = static_cast<zip_uint64_t>(i);
-        const zip_stat_t stat = archive.getStat(index);
-        const std::string name = stat.name;
+    for (std::size_t index = 0; index < archive.getMembers().size(); ++index) {
+        const ZipMember& member = archive.getMembers()[index];
+        const std::string& name = archive.getName(index);
         if (!name.starts_with(below) || !names.insert(name).second)
             continue;
         if (const std::string fault = getNameFault(name); !fault.empty())
             archive.fail(name, fault);
 
-        zip_uint8_t system = 0;
-        zip_uint32_t attributes = 0;
-        zip_file_get_external_attributes(archive.get(), index, 0, &system, &attributes);
-        const unsigned mode = system == ZIP_OPSYS_UNIX ? attributes >> 16 : 0;
+        constexpr unsigned unixSystem = 3;
+        const unsigned mode = member.madeBy >> 8 == unixSystem ? member.externalAttributes >> 16 : 0;
         if ((mode & S_IFMT) != 0 && !S_ISREG(mode) && !S_ISDIR(mode))
             archive.fail(name, "is a link or a special file");
 
         const bool isDirectory = name.ends_with('/');
         if (!isDirectory) {
-            if (const std::string refusal = archive.getRefusal(stat, HostZip::kMaxUnpackedSize); !refusal.empty())
+            if (const std::string refusal = archive.getRefusal(index, HostZip::kMaxUnpackedSize); !refusal.empty())
                 archive.fail(name, refusal);
             // Members that share their bytes make a small archive of any size.
-            compressed += stat.comp_size;
+            compressed += member.compressedSize;
             if (compressed > static_cast<std::uint64_t>(archive.getIdentity().size))
                 archive.fail(name, "the members announce more compressed bytes than the archive holds");
         }
-        items.push_back({index, name, split(name), isDirectory, (mode & S_IXUSR) != 0});
+        items.push_back({name, split(name), isDirectory, (mode & S_IXUSR) != 0});
     }
     return items;
 }
@@ -176,7 +171,7 @@ private:
 
     void copy(const Descriptor& file, const Item& item) {
         HostZipMember member(archive_.getPath(), item.name, HostZip::kMaxUnpackedSize);
-        std::vector<char> buffer(256 << 10);
+        std::vector<char> buffer(std::min<std::uint64_t>(member.getSize() + 1, 256 << 10));
         while (const std::size_t got = member.read(buffer.data(), buffer.size())) {
             for (std::size_t done = 0; done < got;) {
                 const ssize_t written = write(file.get(), buffer.data() + done, got - done);

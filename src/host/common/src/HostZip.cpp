@@ -3,6 +3,7 @@
 #include "HostZip.h"
 
 #include "HostErrors.h"
+#include "HostReplacement.h"
 #include "HostZipArchive.h"
 #include "HostZipMember.h"
 
@@ -18,6 +19,15 @@ std::string HostZip::readMember(const std::string& archive, const std::string& e
     return HostZipMember(archive, entry, kMaxMemberSize).readAll();
 }
 
+void HostZip::extractMember(const std::string& archive, const std::string& entry, const std::string& file) {
+    HostZipMember member(archive, entry, kMaxUnpackedSize);
+    HostReplacement replacement(file);
+    std::vector<char> buffer(256 << 10);
+    while (const std::size_t got = member.read(buffer.data(), buffer.size()))
+        replacement.write(buffer.data(), got);
+    replacement.commit();
+}
+
 std::string HostZip::getFault(const std::string& archive) {
     try {
         HostZipArchive::open(archive);
@@ -30,13 +40,12 @@ std::string HostZip::getFault(const std::string& archive) {
 
 std::vector<HostZipEntry> HostZip::getEntries(const std::string& archive) {
     const auto open = HostZipArchive::open(archive);
-    const zip_int64_t count = zip_get_num_entries(open->get(), 0);
     std::vector<HostZipEntry> entries;
-    for (zip_int64_t i = 0; i < count; ++i) {
-        const zip_stat_t stat = open->getStat(static_cast<zip_uint64_t>(i));
-        const std::string name = stat.name;
-        const bool encrypted = (stat.valid & ZIP_STAT_ENCRYPTION_METHOD) != 0 && stat.encryption_method != ZIP_EM_NONE;
-        entries.push_back({name, stat.size, stat.comp_size, stat.crc, name.ends_with('/'), encrypted});
+    for (std::size_t i = 0; i < open->getMembers().size(); ++i) {
+        const ZipMember& member = open->getMembers()[i];
+        const std::string& name = open->getName(i);
+        entries.push_back(
+            {name, member.size, member.compressedSize, member.crc32, name.ends_with('/'), HostZipArchive::isEncrypted(member)});
     }
     return entries;
 }

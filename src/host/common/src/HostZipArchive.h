@@ -2,13 +2,17 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
+#include "ZipDirectory.h"
+#include "ZipFile.h"
+
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <sys/stat.h>
-#include <zip.h>
 
 /// What tells one content of a path from another.
 struct HostFileIdentity {
@@ -31,32 +35,36 @@ public:
     /// Opened anew, whatever sessions there are.
     static std::shared_ptr<HostZipArchive> openFresh(const std::string& path);
 
-    ~HostZipArchive();
     HostZipArchive(const HostZipArchive&) = delete;
     HostZipArchive& operator=(const HostZipArchive&) = delete;
 
-    zip_t* get() const { return zip_; }
     const std::string& getPath() const { return path_; }
     const HostFileIdentity& getIdentity() const { return identity_; }
+    int getDescriptor() const { return file_.get(); }
 
-    std::optional<zip_uint64_t> find(const std::string& entry) const;
+    /// In the order of the directory.
+    const std::vector<ZipMember>& getMembers() const { return members_; }
+    /// In UTF-8.
+    const std::string& getName(std::size_t index) const { return names_[index]; }
 
-    /// Raises HostError for an index without a directory entry.
-    zip_stat_t getStat(zip_uint64_t index) const;
+    /// Of members with one name the first.
+    std::optional<std::size_t> find(const std::string& entry) const;
 
-    /// The member's content is more than HostZip::kMaxRatio times what is stored of it, beyond HostZip::kRatioFloor.
-    static bool inflatesTooFar(const zip_stat_t& stat);
+    static bool isEncrypted(const ZipMember& member) { return (member.flags & 1) != 0; }
 
     /// Why the member must not be read, in a few words; "" for a sound one.
-    std::string getRefusal(const zip_stat_t& stat, std::uint64_t maxSize) const;
+    std::string getRefusal(std::size_t index, std::uint64_t maxSize) const;
 
     /// HostError "<archive>: <member>: <cause>".
     [[noreturn]] void fail(const std::string& entry, const std::string& cause) const;
 
 private:
-    HostZipArchive(std::string path, zip_t* zip, const HostFileIdentity& identity);
+    HostZipArchive(const std::string& path, ZipFile file, const HostFileIdentity& identity);
 
     std::string path_;
-    zip_t* zip_;
+    ZipFile file_;
     HostFileIdentity identity_;
+    std::vector<ZipMember> members_;
+    std::vector<std::string> names_;
+    std::vector<std::uint32_t> sorted_; // indices, in the order of names
 };

@@ -7,44 +7,67 @@
 #include "HostZipMember.h"
 #include "HostZipSession.h"
 #include "HostZipUpdate.h"
-#include "ZipDirectory.h"
 #include "ZipFile.h"
 #include "ZipRecord.h"
 
 #include <algorithm>
-#include <memory>
-#include <vector>
-
-#include <openssl/evp.h>
 
 namespace {
 
-class Sha256 {
-public:
-    Sha256() : context_(EVP_MD_CTX_new(), EVP_MD_CTX_free) { check(context_ && EVP_DigestInit_ex(context_.get(), EVP_sha256(), nullptr)); }
+using namespace zip_digest;
 
-    void add(const char* data, std::size_t size) { check(EVP_DigestUpdate(context_.get(), data, size)); }
+constexpr std::size_t kFieldSize = 1 + 8 + 4 + std::tuple_size_v<Hash>;
+// The longest 64-bit field, which goes beside ours.
+constexpr std::size_t kWideFieldSize = 4 + 24;
+constexpr std::size_t kBufferSize = 256 << 10;
 
-    std::string hex() {
-        unsigned char bytes[EVP_MAX_MD_SIZE];
-        unsigned size = 0;
-        check(EVP_DigestFinal_ex(context_.get(), bytes, &size));
-        std::string text;
-        for (unsigned i = 0; i < size; ++i) {
-            text += "0123456789abcdef"[bytes[i] >> 4];
-            text += "0123456789abcdef"[bytes[i] & 15];
-        }
-        return text;
+void check(int ok) {
+    if (!ok)
+        throw HostError("the digest SHA-256 is not available");
+}
+
+std::string toHex(const Hash& hash) {
+    std::string text;
+    for (const unsigned char byte : hash) {
+        text += "0123456789abcdef"[byte >> 4];
+        text += "0123456789abcdef"[byte & 15];
     }
+    return text;
+}
 
-private:
-    static void check(int ok) {
-        if (!ok)
-            throw HostError("the digest SHA-256 is not available");
-    }
+std::string headOf(const std::string& name, std::uint64_t size) {
+    std::string head;
+    zip_record::put(head, name.size(), 8);
+    head += name;
+    zip_record::put(head, size, 8);
+    return head;
+}
 
-    std::unique_ptr<EVP_MD_CTX, void (*)(EVP_MD_CTX*)> context_;
-};
+template <class Item>
+void sortByName(std::vector<Item>& items) {
+    std::sort(items.begin(), items.end(), [](const Item& a, const Item& b) { return a.name < b.name; });
+    // Names in different encodings may become one; the second member would go unseen.
+    const auto twin = std::adjacent_find(items.begin(), items.end(), [](const Item& a, const Item& b) { return a.name == b.name; });
+    if (twin != items.end())
+        throw HostError(twin->name + ": there are two of this name");
+    for (const Item& item : items)
+        if (item.name.ends_with('/') && item.size != 0)
+            throw HostError(item.name + ": a folder with content");
+}
+
+void addContent(Sha256& digest, const std::string& archive, const std::string& name) {
+    if (name.ends_with('/'))
+        return;
+    HostZipMember member(archive, name, HostZip::kMaxUnpackedSize);
+    std::vector<char> buffer(std::min<std::uint64_t>(member.getSize() + 1, kBufferSize));
+    while (const std::size_t got = member.read(buffer.data(), buffer.size()))
+        digest.add(buffer.data(), got);
+}
+
+/// The revision whose stamp ends the comment there; 0 for none.
+int findRevision(const std::string& label) {
+    return label == kLabel1 ? 1 : label == kLabel2 ? 2 : 0;
+}
 
 ZipDirectory readDirectory(const std::string& archive) {
     return ZipDirectory::read(ZipFile::openArchive(archive).get(), archive);
@@ -52,53 +75,126 @@ ZipDirectory readDirectory(const std::string& archive) {
 
 } // namespace
 
+zip_digest::Sha256::Sha256() : context_(EVP_MD_CTX_new(), EVP_MD_CTX_free) {
+    check(context_ && EVP_DigestInit_ex(context_.get(), EVP_sha256(), nullptr));
+}
+
+void zip_digest::Sha256::add(const char* data, std::size_t size) {
+    check(EVP_DigestUpdate(context_.get(), data, size));
+}
+
+zip_digest::Hash zip_digest::Sha256::finish() {
+    Hash hash;
+    check(EVP_DigestFinal_ex(context_.get(), hash.data(), nullptr));
+    return hash;
+}
+
 zip_digest::Comment zip_digest::split(const std::string& comment) {
-    const std::size_t labelSize = sizeof kLabel - 1;
+    static_assert(sizeof kLabel1 == sizeof kLabel2);
+    constexpr std::size_t labelSize = sizeof kLabel1 - 1;
     if (comment.size() < labelSize + kHexSize)
-        return {comment, ""};
+        return {comment};
     const std::size_t start = comment.size() - labelSize - kHexSize;
+    const int revision = findRevision(comment.substr(start, labelSize));
     const std::string digest = comment.substr(start + labelSize);
     const bool isLine = start == 0 || comment[start - 1] == '\n';
-    if (!isLine || comment.compare(start, labelSize, kLabel) != 0 || digest.find_first_not_of("0123456789abcdef") != std::string::npos)
-        return {comment, ""};
-    return {comment.substr(0, start == 0 ? 0 : start - 1), digest};
+    if (!isLine || revision == 0 || digest.find_first_not_of("0123456789abcdef") != std::string::npos)
+        return {comment};
+    return {comment.substr(0, start == 0 ? 0 : start - 1), revision, digest};
 }
 
 std::string zip_digest::join(const std::string& text, const std::string& digest) {
-    std::string comment = text + (text.empty() ? "" : "\n") + kLabel + digest;
+    std::string comment = text + (text.empty() ? "" : "\n") + kLabel2 + digest;
     if (comment.size() > 0xffff)
         throw HostError("its comment leaves no room for the digest");
     return comment;
 }
 
-std::string zip_digest::compute(const std::string& archive) {
+std::optional<zip_digest::Hash> zip_digest::getHash(const ZipMember& member) {
+    zip_record::Reader extra(member.extra);
+    while (extra.left() >= 4) {
+        const std::uint16_t id = extra.u16();
+        const std::size_t size = extra.u16();
+        zip_record::Reader field(extra.text(size));
+        if (id != kFieldId || field.left() != kFieldSize || field.number(1) != kFieldRevision)
+            continue;
+        if (field.u64() != member.size || field.u32() != member.crc32)
+            continue;
+        Hash hash;
+        const std::string_view bytes = field.text(hash.size());
+        std::copy(bytes.begin(), bytes.end(), hash.begin());
+        return hash;
+    }
+    return std::nullopt;
+}
+
+void zip_digest::setHash(ZipMember& member, const Hash& hash) {
+    dropHash(member);
+    if (member.extra.size() + 4 + kFieldSize + kWideFieldSize > 0xffff)
+        return;
+    std::string field;
+    zip_record::put(field, kFieldId, 2);
+    zip_record::put(field, kFieldSize, 2);
+    zip_record::put(field, kFieldRevision, 1);
+    zip_record::put(field, member.size, 8);
+    zip_record::put(field, member.crc32, 4);
+    field.append(hash.begin(), hash.end());
+    member.extra.insert(0, field);
+}
+
+void zip_digest::dropHash(ZipMember& member) {
+    zip_record::Reader extra(member.extra);
+    std::string kept;
+    while (extra.left() >= 4) {
+        const std::uint16_t id = extra.u16();
+        const std::uint16_t size = extra.u16();
+        const std::string_view field = extra.text(size);
+        if (id == kFieldId)
+            continue;
+        zip_record::put(kept, id, 2);
+        zip_record::put(kept, size, 2);
+        kept += field;
+    }
+    kept += extra.text(extra.left());
+    member.extra = std::move(kept);
+}
+
+std::string zip_digest::compute(std::vector<Entry> table) {
+    sortByName(table);
+    Sha256 digest;
+    for (const Entry& entry : table) {
+        digest.add(headOf(entry.name, entry.size));
+        digest.add(reinterpret_cast<const char*>(entry.hash.data()), entry.hash.size());
+    }
+    return toHex(digest.finish());
+}
+
+zip_digest::Hash zip_digest::hashMember(const std::string& archive, const std::string& name) {
+    Sha256 digest;
+    addContent(digest, archive, name);
+    return digest.finish();
+}
+
+std::string zip_digest::compute(const std::string& archive, int revision) {
     readDirectory(archive);
     const HostZipSession session(archive);
     std::vector<HostZipEntry> entries = HostZip::getEntries(archive);
-    std::sort(entries.begin(), entries.end(), [](const HostZipEntry& a, const HostZipEntry& b) { return a.name < b.name; });
-    Sha256 digest;
-    std::vector<char> buffer(256 << 10);
-    const std::string* before = nullptr;
-    for (const HostZipEntry& entry : entries) {
-        // Names in different encodings may become one; the second member would go unseen.
-        if (before && *before == entry.name)
-            throw HostError(archive + ": " + entry.name + ": there are two of this name");
-        before = &entry.name;
-        std::string head;
-        zip_record::put(head, entry.name.size(), 8);
-        head += entry.name;
-        zip_record::put(head, entry.size, 8);
-        digest.add(head.data(), head.size());
-        if (entry.isDirectory) {
-            if (entry.size != 0)
-                throw HostError(archive + ": " + entry.name + ": a folder with content");
-            continue;
-        }
-        HostZipMember member(archive, entry.name, HostZip::kMaxUnpackedSize);
-        while (const std::size_t got = member.read(buffer.data(), buffer.size()))
-            digest.add(buffer.data(), got);
+    try {
+        sortByName(entries);
+    } catch (const HostError& error) {
+        throw HostError(archive + ": " + error.what());
     }
-    return digest.hex();
+    Sha256 whole;
+    for (const HostZipEntry& entry : entries) {
+        whole.add(headOf(entry.name, entry.size));
+        if (revision == 1) {
+            addContent(whole, archive, entry.name);
+        } else {
+            const Hash hash = hashMember(archive, entry.name);
+            whole.add(reinterpret_cast<const char*>(hash.data()), hash.size());
+        }
+    }
+    return toHex(whole.finish());
 }
 
 void HostZip::attachDigestEn(const std::string& archive) {
@@ -108,10 +204,10 @@ void HostZip::attachDigestEn(const std::string& archive) {
 }
 
 std::string HostZip::getDigest(const std::string& archive) {
-    return zip_digest::split(readDirectory(archive).comment).digest;
+    return split(readDirectory(archive).comment).digest;
 }
 
 bool HostZip::verifyDigest(const std::string& archive) {
-    const std::string digest = getDigest(archive);
-    return !digest.empty() && digest == zip_digest::compute(archive);
+    const Comment stamp = split(readDirectory(archive).comment);
+    return stamp.revision != 0 && stamp.digest == compute(archive, stamp.revision);
 }

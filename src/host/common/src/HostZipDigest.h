@@ -2,26 +2,74 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
-#include <cstddef>
-#include <string>
+#include "ZipDirectory.h"
 
-/// The digest of an archive and its place at the end of the archive's comment.
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <openssl/evp.h>
+
+/// The digest of an archive, its place at the end of the archive's comment, and the table behind it; see docs/archive.md.
 namespace zip_digest {
 
-/// First revision: SHA-256 over all members, see HostZip::attachDigestEn.
-inline constexpr char kLabel[] = "hzep-digest-1:sha256:";
+/// First revision: over names, sizes and contents. Still verified.
+inline constexpr char kLabel1[] = "hzep-digest-1:sha256:";
+/// Second revision: over names, sizes and the hashes of the contents. Each hash also stands beside its member in the directory.
+inline constexpr char kLabel2[] = "hzep-digest-2:sha256:";
 inline constexpr std::size_t kHexSize = 64;
+/// The additional field of a member that holds the hash of its content: its number, and the form of what is in it.
+inline constexpr std::uint16_t kFieldId = 0x7a68;
+inline constexpr std::uint8_t kFieldRevision = 1;
+
+using Hash = std::array<unsigned char, 32>;
+
+/// SHA-256. Operations raise HostError.
+class Sha256 {
+public:
+    Sha256();
+    void add(const char* data, std::size_t size);
+    void add(const std::string& bytes) { add(bytes.data(), bytes.size()); }
+    /// Only once, and last.
+    Hash finish();
+
+private:
+    std::unique_ptr<EVP_MD_CTX, void (*)(EVP_MD_CTX*)> context_;
+};
 
 struct Comment {
-    std::string text;   // whoever wrote it
-    std::string digest; // kHexSize lower-case digits, or ""
+    std::string text;        // whoever wrote it
+    int revision = 0;        // 0: no digest
+    std::string digest = {}; // kHexSize lower-case digits, or ""
 };
 
 Comment split(const std::string& comment);
-/// The text with a digest behind it. Raises HostError when the archive format has no room for it.
+/// The text with a digest of the second revision behind it. Raises HostError when the archive format has no room for it.
 std::string join(const std::string& text, const std::string& digest);
 
+/// The hash in the member's field, when it was made for content of the member's size and checksum.
+std::optional<Hash> getHash(const ZipMember& member);
+/// Where the directory has no room for it, there is none.
+void setHash(ZipMember& member, const Hash& hash);
+void dropHash(ZipMember& member);
+
+/// What the second revision is made of: the table of all members.
+struct Entry {
+    std::string name; // in UTF-8
+    std::uint64_t size;
+    Hash hash;
+};
+/// The digest of the table, in any order. Raises HostError for two of one name, and for a folder with content.
+std::string compute(std::vector<Entry> table);
+
+/// Of the member as it is read from the archive; that of nothing for a folder.
+Hash hashMember(const std::string& archive, const std::string& name);
+
 /// Reads all members. Raises HostError.
-std::string compute(const std::string& archive);
+std::string compute(const std::string& archive, int revision);
 
 } // namespace zip_digest

@@ -5,12 +5,14 @@
 #include "HostErrors.h"
 #include "HostZip.h"
 #include "HostZipArchive.h"
+#include "ZipMemberView.h"
 
 #include <algorithm>
 
 struct HostZipMember::State {
     std::shared_ptr<HostZipArchive> archive;
     std::string entry;
+    zip_t* zip = nullptr;
     zip_file_t* file = nullptr;
     std::uint64_t size = 0;
     std::uint64_t done = 0;
@@ -19,6 +21,19 @@ struct HostZipMember::State {
     ~State() {
         if (file)
             zip_fclose(file);
+        if (zip)
+            zip_discard(zip);
+    }
+
+    void open(const ZipMember& member) {
+        zip_error_t error;
+        zip_error_init(&error);
+        zip = openZipMember(archive->getDescriptor(), static_cast<std::uint64_t>(archive->getIdentity().size), member, error);
+        const std::string cause = zip ? "" : zip_error_strerror(&error);
+        zip_error_fini(&error);
+        file = zip ? zip_fopen_index(zip, 0, 0) : nullptr;
+        if (!file)
+            archive->fail(entry, "cannot be opened: " + (zip ? zip_strerror(zip) : cause));
     }
 
     std::size_t readSome(char* buffer, std::size_t count) {
@@ -36,13 +51,11 @@ HostZipMember::HostZipMember(const std::string& archive, const std::string& entr
     const auto index = s.archive->find(entry);
     if (!index)
         s.archive->fail(entry, "no such member");
-    const zip_stat_t stat = s.archive->getStat(*index);
-    if (const std::string refusal = s.archive->getRefusal(stat, maxSize); !refusal.empty())
+    if (const std::string refusal = s.archive->getRefusal(*index, maxSize); !refusal.empty())
         s.archive->fail(entry, refusal);
-    s.size = stat.size;
-    s.file = zip_fopen_index(s.archive->get(), *index, 0);
-    if (!s.file)
-        s.archive->fail(entry, std::string("cannot be opened: ") + zip_strerror(s.archive->get()));
+    const ZipMember& member = s.archive->getMembers()[*index];
+    s.size = member.size;
+    s.open(member);
 }
 
 HostZipMember::~HostZipMember() = default;

@@ -6,15 +6,17 @@
 #include "HostReplacement.h"
 #include "HostZipArchive.h"
 #include "HostZipDigest.h"
+#include "HostZipSession.h"
 #include "ZipDeflate.h"
 #include "ZipDirectory.h"
 #include "ZipFile.h"
+#include "ZipName.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <map>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -48,6 +50,7 @@ struct HostZipUpdate::State {
         ZipMember member;
         bool isNew = false;
         bool isGone = false;
+        std::optional<zip_digest::Hash> hash = {}; // of a new one
     };
 
     /// The new member being written.
@@ -58,6 +61,7 @@ struct HostZipUpdate::State {
         std::string kept; // the content, as long as it may be stored better than deflated
         std::string out;  // compressed, not yet in the file
         std::uint64_t at; // where `out` goes
+        zip_digest::Sha256 hash;
     };
 
     explicit State(const std::string& path) : State(path, ZipFile::openArchive(path)) {}
@@ -67,9 +71,10 @@ struct HostZipUpdate::State {
         : archive(path), old(std::move(oldFile)), identity(old ? identify(*old) : HostFileIdentity()),
           directory(old ? ZipDirectory::read(old->get(), path) : ZipDirectory()), replacement(path),
           file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
+        hasSoundTable = isTableSound();
         slots.reserve(directory.members.size());
         for (ZipMember& member : directory.members) {
-            byName.emplace(member.name, slots.size());
+            byName.emplace(getZipName(member), slots.size());
             slots.push_back({std::move(member)});
         }
         directory.members.clear();
@@ -129,6 +134,7 @@ struct HostZipUpdate::State {
             fail(w.member.name, "is larger than " + std::to_string(w.limit) + " bytes");
         if (w.kept.size() + size <= kKeptSize && w.kept.size() == deflate.getSize())
             w.kept.append(data, size);
+        w.hash.add(data, size);
         deflate.add(data, size, w.out);
         if (w.out.size() >= kFlushSize)
             flush(w);
@@ -152,7 +158,7 @@ struct HostZipUpdate::State {
         const auto [found, isAdded] = byName.emplace(w.member.name, slots.size());
         if (isAdded)
             slots.emplace_back();
-        slots[found->second] = {std::move(w.member), true, false};
+        slots[found->second] = {std::move(w.member), true, false, w.hash.finish()};
         writing.reset();
     }
 
@@ -191,11 +197,13 @@ struct HostZipUpdate::State {
     void commit() {
         if (writing)
             fail(writing->member.name, "not ended");
-        copyKept();
-        const zip_digest::Comment comment = zip_digest::split(directory.comment);
-        directory.comment = comment.text;
+        directory.comment = zip_digest::split(directory.comment).text;
         if (wantsDigest)
-            directory.comment = withDigest(comment.text, std::string(zip_digest::kHexSize, '0'));
+            stamp();
+        else
+            for (Slot& slot : slots)
+                zip_digest::dropHash(slot.member);
+        copyKept();
         for (Slot& slot : slots)
             if (!slot.isGone)
                 directory.members.push_back(std::move(slot.member));
@@ -205,10 +213,7 @@ struct HostZipUpdate::State {
         if (bytes.size() > kMaxDirectorySize)
             throw HostError(archive + ": its directory is larger than " + std::to_string(kMaxDirectorySize) + " bytes");
         file.writeAt(position, bytes);
-        const std::uint64_t size = position + bytes.size();
-        file.truncate(size);
-        if (wantsDigest)
-            file.writeAt(size - zip_digest::kHexSize, computeDigest());
+        file.truncate(position + bytes.size());
         file.close();
         if (old && !(identify(ZipFile::openArchive(archive)) == identity))
             throw HostError(archive + ": changed by somebody else meanwhile");
@@ -246,22 +251,44 @@ private:
         }
     }
 
-    std::string withDigest(const std::string& text, const std::string& digest) const {
+    /// The hashes beside the old members are those that the old stamp speaks of: no content has to be read to know them.
+    bool isTableSound() const {
+        const zip_digest::Comment stamped = zip_digest::split(directory.comment);
+        if (stamped.revision != 2)
+            return false;
+        std::vector<zip_digest::Entry> table;
+        for (const ZipMember& member : directory.members) {
+            const auto hash = zip_digest::getHash(member);
+            if (!hash)
+                return false;
+            table.push_back({getZipName(member), member.size, *hash});
+        }
         try {
-            return zip_digest::join(text, digest);
-        } catch (const HostError& error) {
-            throw HostError(archive + ": " + error.what());
+            return zip_digest::compute(std::move(table)) == stamped.digest;
+        } catch (const HostError&) {
+            return false; // a table that nobody stamps
         }
     }
 
-    std::string computeDigest() const {
-        const std::string& temporary = replacement.getTemporaryPath();
+    /// Content is read only of members that no sound hash is known of.
+    void stamp() {
+        const HostZipSession session(archive);
+        std::vector<zip_digest::Entry> table;
+        for (Slot& slot : slots) {
+            if (slot.isGone)
+                continue;
+            const std::string name = getZipName(slot.member);
+            if (!slot.hash && hasSoundTable)
+                slot.hash = zip_digest::getHash(slot.member);
+            if (!slot.hash)
+                slot.hash = zip_digest::hashMember(archive, name);
+            zip_digest::setHash(slot.member, *slot.hash);
+            table.push_back({name, slot.member.size, *slot.hash});
+        }
         try {
-            return zip_digest::compute(temporary);
+            directory.comment = zip_digest::join(directory.comment, zip_digest::compute(std::move(table)));
         } catch (const HostError& error) {
-            // The fault lies in what the archive will be; its user does not know the temporary file.
-            const std::string text = error.what();
-            throw HostError(text.starts_with(temporary) ? archive + text.substr(temporary.size()) : text);
+            throw HostError(archive + ": " + error.what());
         }
     }
 
@@ -272,11 +299,12 @@ public:
     ZipDirectory directory;
     HostReplacement replacement;
     ZipFile file;
-    std::vector<Slot> slots; // in the order of the directory
-    std::unordered_map<std::string, std::size_t> byName;
+    std::vector<Slot> slots;                   // in the order of the directory
+    std::map<std::string, std::size_t> byName; // no hash that names could be made to collide in
     std::optional<Writing> writing;
     ZipDeflate deflate;
     std::uint64_t position = 0;
+    bool hasSoundTable = false;
     bool wantsDigest = false;
     bool isChanged = false;
     bool isBroken = false;

@@ -4,6 +4,7 @@
 
 #include "HostErrors.h"
 #include "HostZipUpdate.h"
+#include "ZipName.h"
 #include "ZipRecord.h"
 
 #include <algorithm>
@@ -47,7 +48,7 @@ struct End {
 
 class DirectoryReader {
 public:
-    DirectoryReader(int fd, const std::string& archive) : fd_(fd), archive_(archive) {}
+    DirectoryReader(int fd, const std::string& archive, bool isStrict) : fd_(fd), archive_(archive), isStrict_(isStrict) {}
 
     ZipDirectory read() {
         struct stat info {};
@@ -57,8 +58,10 @@ public:
         ZipDirectory directory;
         const End end = readEnd(directory.comment);
         readMembers(end, directory.members);
-        checkNames(directory.members);
-        checkExtents(end, directory.members);
+        if (isStrict_) {
+            checkNames(directory.members);
+            checkExtents(end, directory.members);
+        }
         return directory;
     }
 
@@ -87,6 +90,7 @@ private:
         const std::size_t tailSize = static_cast<std::size_t>(std::min<std::uint64_t>(fileSize_, kEndSize + kMaxComment));
         const std::string tail = readAt(fileSize_ - tailSize, tailSize);
         std::size_t found = std::string::npos;
+        std::size_t last = std::string::npos;
         for (std::size_t at = 0; at + kEndSize <= tailSize; ++at) {
             if (tail[at] != 'P')
                 continue;
@@ -94,13 +98,19 @@ private:
             if (record.u32() != kEndSignature)
                 continue;
             record.skip(kEndSize - 6);
-            if (record.u16() != tailSize - at - kEndSize)
+            const std::size_t commentSize = record.u16();
+            if (commentSize < tailSize - at - kEndSize)
+                last = at;
+            if (commentSize != tailSize - at - kEndSize)
                 continue;
             // Readers differ in which one they take, so what they show differs.
             if (found != std::string::npos)
                 fail("it has two directories");
             found = at;
         }
+        // Something behind the archive hides nothing from who only reads.
+        if (found == std::string::npos && !isStrict_)
+            found = last;
         if (found == std::string::npos)
             fail("not a zip archive");
         comment = tail.substr(found + kEndSize);
@@ -120,7 +130,7 @@ private:
             fail("more than " + std::to_string(HostZipUpdate::kMaxMembers) + " members");
         if (end.size > HostZipUpdate::kMaxDirectorySize)
             fail("its directory is larger than " + std::to_string(HostZipUpdate::kMaxDirectorySize) + " bytes");
-        if (end.offset > endOffset || end.size != endOffset - end.offset)
+        if (end.offset > endOffset || end.size > endOffset - end.offset || (isStrict_ && end.size != endOffset - end.offset))
             fail("its directory is not where it is announced");
         return end;
     }
@@ -231,6 +241,8 @@ private:
         for (const ZipMember& member : members) {
             if (const char* fault = getZipNameFault(member.name))
                 fail(member, fault);
+            if (const char* fault = getZipNameFault(getZipName(member)))
+                fail(member, fault);
             constexpr int unixSystem = 3;
             const std::uint32_t type = member.madeBy >> 8 == unixSystem ? member.externalAttributes >> 16 & S_IFMT : 0;
             if (type == S_IFLNK)
@@ -330,6 +342,7 @@ private:
 
     int fd_;
     const std::string& archive_;
+    bool isStrict_;
     std::uint64_t fileSize_ = 0;
 };
 
@@ -375,7 +388,11 @@ void putMember(std::string& out, const ZipMember& member) {
 } // namespace
 
 ZipDirectory ZipDirectory::read(int fd, const std::string& archive) {
-    return DirectoryReader(fd, archive).read();
+    return DirectoryReader(fd, archive, true).read();
+}
+
+ZipDirectory ZipDirectory::list(int fd, const std::string& archive) {
+    return DirectoryReader(fd, archive, false).read();
 }
 
 std::string ZipDirectory::render(std::uint64_t offset) const {
@@ -407,33 +424,6 @@ std::string ZipDirectory::render(std::uint64_t offset) const {
     zip_record::put(out, narrow(offset), 4);
     zip_record::put(out, comment.size(), 2);
     return out + comment;
-}
-
-const char* getZipNameFault(const std::string& name) {
-    if (name.empty())
-        return "it has no name";
-    if (name.size() > 0xffff)
-        return "its name is too long";
-    if (name.find('\0') != std::string::npos)
-        return "its name holds a zero byte";
-    if (name.find('\\') != std::string::npos)
-        return "its name holds a back-slash";
-    if (name.front() == '/')
-        return "its name is absolute";
-    for (std::size_t start = 0; start <= name.size();) {
-        const std::size_t end = std::min(name.find('/', start), name.size());
-        if (name.compare(start, end - start, "..") == 0)
-            return "its name leads out of the archive";
-        start = end + 1;
-    }
-    return nullptr;
-}
-
-std::string getPrintableZipName(std::string name) {
-    for (char& c : name)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
-            c = '?';
-    return name;
 }
 
 std::string renderZipLocalHeader(const ZipMember& member, bool wide) {

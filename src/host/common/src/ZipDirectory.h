@@ -28,7 +28,7 @@ struct ZipMember {
     bool operator==(const ZipMember&) const = default;
 };
 
-/// The directory of an archive, byte-true: for copying members without inflating them. Contents are read by the zip library.
+/// The directory of an archive, byte-true. Contents are read by the zip library, a member at a time: see ZipMemberView.h.
 struct ZipDirectory {
     std::vector<ZipMember> members; // in directory order
     std::string comment;
@@ -37,15 +37,12 @@ struct ZipDirectory {
     /// and folders only, all limits kept. Raises HostError naming the archive, the member and the cause.
     static ZipDirectory read(int fd, const std::string& archive);
 
+    /// The same for reading single members: names and extents are not looked at, and may come twice and overlap. The limits hold.
+    static ZipDirectory list(int fd, const std::string& archive);
+
     /// Directory and end records for a directory that starts at `offset`.
     std::string render(std::uint64_t offset) const;
 };
-
-/// Why a member must not bear this name, in a few words; null for a name that stays below the folder it is unpacked to.
-const char* getZipNameFault(const std::string& name);
-
-/// For messages: control characters, which a terminal would obey, become "?".
-std::string getPrintableZipName(std::string name);
 
 /// The local header of a member whose sizes and checksum are known. With `wide` the sizes stand in the 64-bit field.
 std::string renderZipLocalHeader(const ZipMember& member, bool wide);

@@ -4,6 +4,7 @@
 
 #include "HZEPExport.h"
 
+#include <cstdint>
 #include <string>
 
 class HPLBoard;
@@ -40,6 +41,9 @@ class Root;
 /// Fills a hardware platform from the XML metadata of an archive, with the hardware platform file that the archive lists.
 class HZEP_EXPORT HZEPDsaXmlReader {
 public:
+    /// Most bytes that one read takes out of the members listed as "HPFM" and "EMU_XML", each counted as often as it is listed: 256 MiB.
+    static constexpr std::uint64_t kMaxListedSize = 256ULL << 20;
+
     /// The platform stays the caller's and must outlive the reader. Raises HostFileNotFoundException for an empty path and for a missing
     /// archive.
     HZEPDsaXmlReader(std::string path, HPLPlatform* platform);
@@ -73,6 +77,7 @@ private:
     void parsePort_(const BasePlatform::Port& source, HPLPort& port);
     void parseFiles_(const BasePlatform::Files& files);
     void parseFile_(const BasePlatform::File& source);
+    void takeListed_(const std::string& member);
     void parseHpfm_(const std::string& member);
     void scanEmulations_(const std::string& member);
     void parseFeatureRom_(const BasePlatform::FeatureRom& source);
@@ -82,4 +87,5 @@ private:
 
     HPLPlatform* platform_;
     std::string path_;
+    std::uint64_t listedSizeLeft_ = 0;
 };

@@ -23,7 +23,7 @@ public:
     void parseJson();
 
     /// Reads a member of an archive; "./" in front of its name is taken off. Raises HostError in the words of "@74-34@%s%s" when there is
-    /// no such member.
+    /// no such member, or none that can be read.
     static void parseFromDsa(std::string archive, std::string member, HZEPEmulations* emulations);
 
 private:

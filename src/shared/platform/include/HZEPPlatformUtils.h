@@ -97,6 +97,7 @@ public:
     static void getRuntimes(const std::string& name, const std::string& config, std::vector<std::string>& out);
     static void getRuntimesByPrettyName(const std::string& name, const std::string& config, std::vector<std::string>& out);
     static std::size_t getNumRuntimes(const std::string& name, const std::string& config = "");
+    /// With an empty name: of the default configuration.
     static bool supportsMultipleRuntimes(const std::string& name, const std::string& config = "");
     /// The same for a platform at hand; nothing for a null one.
     static void getRuntimes(const HZEPPlatform* platform, const std::string& config, std::vector<std::string>& out);

@@ -18,6 +18,7 @@ using zep_platform::PlatformLoader;
 /// nothing. What a loader or a model reader raises passes, unless it says otherwise.
 class HZEP_EXPORT CatalogService {
 public:
+    // The virtual operations stand in the order of the table that callers are compiled against.
     virtual ~CatalogService();
 
     /// One document of the platforms in the directories, joined by ":", under "platforms". Files that don't load and hidden platforms

@@ -115,7 +115,7 @@ public:
 
     bool isWarrantyExtendedTo(const Version& tool) {
         static const std::string path = "hardwarePlatform.extensions.extended_warranty";
-        if (!mayHaveExtensions() || !objects_.getChildOptional(getTree(), path))
+        if (!mayHaveWarranty() || !objects_.getChildOptional(getTree(), path))
             return false;
         bool ok = false;
         const std::string extension = objects_.getObjectsByPath_(getText(), path, ok);
@@ -142,10 +142,13 @@ public:
     }
 
 private:
-    /// Only an archive that lists extension metadata writes extensions into the document.
-    bool mayHaveExtensions() const {
+    /// Looks into the extension metadata alone, which is small: only what stands there gets into the document.
+    bool mayHaveWarranty() const {
         const auto mayHave = [](const HZEPHardwarePlatform* hardware) {
-            return hardware && (hardware->hasFile(HZEPPfmFileTypes::META_JSON) || hardware->hasFile(HZEPPfmFileTypes::EXT_META_JSON));
+            ptree extensions;
+            if (hardware)
+                hardware->getExtMetaJsonAsPtree(extensions);
+            return extensions.find("extended_warranty") != extensions.not_found();
         };
         if (mayHave(platform_.getHardwarePlatform()))
             return true;

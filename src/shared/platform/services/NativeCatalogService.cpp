@@ -23,7 +23,7 @@ namespace {
 
 constexpr const char* kNotLoaded = "Error: failed to load platform";
 
-const char* toText(bool value) {
+std::string toText(bool value) {
     return value ? "true" : "false";
 }
 
@@ -145,7 +145,7 @@ bool NativeCatalogService::getPlatformInfo_(PlatformLoader* loader, ptree& out, 
     out.put("embedded", toText(platform->getDesignIntentEmbedded()));
     out.put("externalHost", toText(platform->getDesignIntentExternalHost()));
     out.put("serverManaged", toText(platform->getDesignIntentServerManaged()));
-    out.put("platformState", hardware ? hardware->getPlatformState() : "");
+    out.put("platformState", hardware ? hardware->getPlatformState() : std::string());
     out.put("usesPR", toText(hardware && hardware->usesPR()));
     out.put("platformFile", platform->getPlatformFile());
     if (!all)
@@ -162,7 +162,7 @@ bool NativeCatalogService::getPlatformInfo_(PlatformLoader* loader, ptree& out, 
     } else {
         out.put("systemClockCount", std::string("0"));
     }
-    out.put("partArchitecture", hardware ? hardware->getFpgaPart() : "");
+    out.put("partArchitecture", hardware ? hardware->getFpgaPart() : std::string());
 
     std::string reason;
     out.put("warranty", toText(isUnderWarranty(loader, reason, "")));

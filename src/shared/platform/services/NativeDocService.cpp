@@ -18,6 +18,7 @@
 #include <iostream>
 #include <set>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 using boost::property_tree::ptree;
@@ -74,7 +75,7 @@ std::string NativeDocService::getFromFile(ptree& out) const {
 std::string NativeDocService::getAsJsonStr(const ptree& tree) const {
     std::ostringstream stream;
     HZEPJSONText::write(stream, tree);
-    return stream.str();
+    return std::move(stream).str();
 }
 
 bool NativeDocService::isValidDocKey(ptree& doc, const std::string& key) const {

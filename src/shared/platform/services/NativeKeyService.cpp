@@ -6,6 +6,7 @@
 #include "NativeObjectService.h"
 
 #include <sstream>
+#include <utility>
 
 using boost::property_tree::ptree;
 
@@ -59,7 +60,7 @@ std::string NativeKeyService::getAsJsonStr(PlatformLoader* loader) const {
         list.push_back({"", ptree(key)});
     std::ostringstream stream;
     HZEPJSONText::write(stream, root);
-    return stream.str();
+    return std::move(stream).str();
 }
 
 } // namespace zep::platform

@@ -105,7 +105,7 @@ ptree parse(const std::string& json) {
 std::string print(const ptree& tree) {
     std::ostringstream stream;
     HZEPJSONText::write(stream, tree);
-    return stream.str();
+    return std::move(stream).str();
 }
 
 /// Takes the node out of its tree when it is an array.
@@ -148,7 +148,7 @@ std::string NativeObjectService::getAsJsonStr(PlatformLoader* loader) const {
     writer.writeObject(*platform);
     std::ostringstream stream;
     writer.write(stream);
-    return stream.str();
+    return std::move(stream).str();
 }
 
 ptree NativeObjectService::getAsPropertyTree(const std::string& file) const {

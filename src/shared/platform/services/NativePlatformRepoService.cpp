@@ -85,6 +85,7 @@ void NativePlatformRepoService::getZpfmFiles(const std::string& name, const std:
             walkDirectory(dir, kLevels, [&](const boost::filesystem::path& file) {
                 if (file.extension() == kExtension && (name.empty() || boost::algorithm::iequals(name, file.stem().string())))
                     result.push_back(file.string());
+                return true;
             });
         } catch (const std::exception& error) {
             std::cerr << "Exception: " << error.what() << std::endl;

@@ -12,6 +12,7 @@ namespace zep::platform {
 /// Where platforms are, and which platform files are there. Reads no platform. Lists are appended to.
 class HZEP_EXPORT PlatformRepoService {
 public:
+    // The virtual operations stand in the order of the table that callers are compiled against.
     virtual ~PlatformRepoService();
 
     /// The directories that are searched when nobody names any; those that exist, canonical.

@@ -54,7 +54,12 @@ void describe(const HostHwDef& definition, HPLPlatform& platform) {
     HPLDevice& device = *platform.addDevice();
     device.setName("fpga0");
     device.setType("fpga");
-    device.setFpgaPart(definition.getPart());
+    try {
+        device.setFpgaPart(definition.getPart());
+    } catch (const HostAlgException&) {
+        throw HostAlgException(definition.getFile() + ": the part '" + definition.getPart() +
+                               "' has not the form architecture:device:package:speed[:grade[[:power]:revision]]");
+    }
     device.getCore().setName(platform.getName());
 }
 

@@ -9,7 +9,6 @@
 #include "HostMsgMgr.h"
 #include "HostPathUtils.h"
 #include "HostZip.h"
-#include "HostZipSession.h"
 
 #include <boost/property_tree/ptree.hpp>
 
@@ -55,11 +54,13 @@ void HZEPEmulationJsonReader::parseJson() {
 
 void HZEPEmulationJsonReader::parseFromDsa(std::string archive, std::string member, HZEPEmulations* emulations) {
     const std::string name = withoutLeadingDot(member);
-    const HostZipSession session(archive);
-    if (!HostZip::containsFile(archive, name))
-        throw HostError(HostMsgMgr::getText({"platform", HostMsgMgr::Error, "@74-34@%s%s", {archive, name}}));
     ptree root;
-    HZEPJSONText::read(HostZip::readMember(archive, name), root);
+    try {
+        HZEPJSONText::read(HostZip::readMember(archive, name), root);
+    } catch (const HostError&) {
+        // Missing, encrypted, too large or damaged: all one here.
+        throw HostError(HostMsgMgr::getText({"platform", HostMsgMgr::Error, "@74-34@%s%s", {archive, name}}));
+    }
     HZEPEmulationJsonReader(emulations).parseRoot_(root);
 }
 

@@ -14,6 +14,7 @@
 #include "HostMsgMgr.h"
 #include "HostPathUtils.h"
 #include "HostZip.h"
+#include "HostZipMember.h"
 #include "HostZipSession.h"
 #include "LmxFile.h"
 #include "RomName.h"
@@ -47,6 +48,7 @@ HZEPDsaXmlReader::HZEPDsaXmlReader(std::string path, HPLPlatform* platform) : pl
 }
 
 bool HZEPDsaXmlReader::parseDSA() {
+    listedSizeLeft_ = kMaxListedSize;
     platform_->setPlatformFile(HostFile::getCanonicalName(path_));
     const HostZipSession session(path_);
     return readRoot_(platform_->getXmlFileName(), [this](const BasePlatform::Root& root) {
@@ -401,10 +403,28 @@ void HZEPDsaXmlReader::parseFile_(const BasePlatform::File& source) {
         file.setProcessingOrder(toUtf8(source.GetProcessingOrder()));
     if (source.IssetUsedIn())
         file.setUsedIn(toUtf8(source.GetUsedIn()));
-    if (isWord(source.GetType(), "HPFM"))
+    if (isWord(source.GetType(), "HPFM")) {
+        takeListed_(name);
         parseHpfm_(name);
-    if (isWord(source.GetType(), "EMU_XML"))
+    }
+    if (isWord(source.GetType(), "EMU_XML")) {
+        takeListed_(name);
         scanEmulations_(name);
+    }
+}
+
+/// A small archive could list one large member any number of times, or many that share their bytes.
+void HZEPDsaXmlReader::takeListed_(const std::string& member) {
+    std::uint64_t size = 0;
+    try {
+        size = HostZipMember(path_, member, HostZip::kMaxMemberSize).getSize();
+    } catch (const HostError&) {
+        return; // whoever reads it says so
+    }
+    if (size > listedSizeLeft_)
+        throw HostError("the files listed are read up to " + std::to_string(kMaxListedSize) + " bytes in all, which '" + member +
+                        "' exceeds");
+    listedSizeLeft_ -= size;
 }
 
 void HZEPDsaXmlReader::scanEmulations_(const std::string& member) {

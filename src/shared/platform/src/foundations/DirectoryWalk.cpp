@@ -7,7 +7,7 @@
 
 namespace fs = boost::filesystem;
 
-void walkDirectory(const std::string& directory, int levels, const std::function<void(const fs::path&)>& visit) {
+boost::system::error_code walkDirectory(const std::string& directory, int levels, const std::function<bool(const fs::path&)>& visit) {
     boost::system::error_code error;
     fs::recursive_directory_iterator entry(directory, fs::directory_options::follow_directory_symlink, error);
     while (!error && entry != fs::recursive_directory_iterator()) {
@@ -15,7 +15,9 @@ void walkDirectory(const std::string& directory, int levels, const std::function
         boost::system::error_code unresolved;
         if (entry.depth() >= levels || !fs::exists(entry->status(unresolved)))
             entry.disable_recursion_pending();
-        visit(entry->path());
+        if (!visit(entry->path()))
+            break;
         entry.increment(error);
     }
+    return error;
 }

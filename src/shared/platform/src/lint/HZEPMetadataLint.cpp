@@ -18,7 +18,6 @@
 #include <iterator>
 #include <optional>
 #include <set>
-#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -181,8 +180,9 @@ private:
     const std::string path_;
     const HostZipSession session_;
     const std::vector<HostZipEntry> entries_;
-    std::unordered_set<std::string> names_;
-    std::unordered_set<std::string> folders_;
+    // No hashes: names could be made to collide in them.
+    std::set<std::string> names_;
+    std::set<std::string> folders_;
     std::set<std::string> checked_;
     std::deque<std::pair<std::string, Kind>> waiting_;
     std::vector<Finding> found_;

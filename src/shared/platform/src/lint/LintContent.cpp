@@ -9,6 +9,7 @@
 #include "LintText.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <exception>
 #include <limits>
 #include <unordered_map>
@@ -168,6 +169,17 @@ void checkMemorySize(const Node& size, Findings& findings) {
     findings.add(Rule::MemorySize, size.line, "memory size " + lint::quote(size.value) + " " + outcome + "; expected a form like \"16GB\"");
 }
 
+void checkComputeUnits(const Node& core, Findings& findings) {
+    constexpr long most = std::numeric_limits<std::uint8_t>::max();
+    const Node* units = core.find("numComputeUnits");
+    const long number = units ? std::strtol(units->value.c_str(), nullptr, 10) : 0;
+    // What is beyond the model's own field is cut before, which is another finding.
+    if (number > most && number <= std::numeric_limits<std::uint16_t>::max())
+        findings.add(Rule::NoRoomInXml, units->line,
+                     lint::quote(units->name) + ": " + lint::quote(units->value) + " is more than " + std::to_string(most) +
+                         ", which is the most that XML metadata hold");
+}
+
 constexpr Form kForms[] = {
     {{Kind::ArchiveJson, "devices", ""}, "fpgaPart", &checkPart},
     {{Kind::ArchiveXml, "Devices", "Device"}, "FpgaDevice", &checkPart},
@@ -294,6 +306,8 @@ private:
     }
 
     void checkJson(const Node& node) {
+        if (node.name == "core")
+            checkComputeUnits(node, findings_);
         // The choice stands at the clock itself, and a clock without an id can't be it.
         const Node* earlier = nullptr;
         forEachAt({kind_, "systemClocks", ""}, node, kind_, [&](const Node& clock) {

@@ -39,6 +39,8 @@ constexpr Row kRows[] = {
     {lint::Rule::NotANumber, {"not-a-number", Lint::Warning, "A text that is no number is read as 0, or as what its first digits say."}},
     {lint::Rule::HexInDecimal, {"hex-in-decimal", Lint::Warning, "A number in base 16 is read as 0 where base 10 is expected."}},
     {lint::Rule::TooWide, {"too-wide", Lint::Warning, "A number outside of what its field holds is cut and becomes another one."}},
+    {lint::Rule::NoRoomInXml,
+     {"no-room-in-xml", Lint::Warning, "A number that the JSON metadata hold and the XML ones don't is cut when those are written."}},
     {lint::Rule::NotAFlag, {"not-a-flag", Lint::Warning, "A text other than \"true\" and \"false\" is read as false."}},
     {lint::Rule::TclText,
      {"tcl-text", Lint::Warning, "A value goes into the emulation scripts as it is: what has a meaning in Tcl changes or breaks them."}},

@@ -31,6 +31,7 @@ enum class Rule {
     NotANumber,
     HexInDecimal,
     TooWide,
+    NoRoomInXml,
     NotAFlag,
     TclText,
     MoreFindings

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPPlatformMgr.h"
 
+#include "../foundations/DirectoryWalk.h"
 #include "../hardware/AsciiCase.h"
 #include "CanonicalFile.h"
 #include "HZEPHardwarePlatform.h"
@@ -16,12 +17,13 @@
 #include "HostFile.h"
 #include "HostFwdStlIter.h"
 #include "HostMsgMgr.h"
-#include "PlatformFileWalk.h"
+
+#include <boost/system/system_error.hpp>
 
 #include <algorithm>
-#include <filesystem>
 #include <unordered_set>
 
+namespace fs = boost::filesystem;
 using ascii::equalsIgnoringCase;
 
 namespace {
@@ -115,9 +117,12 @@ void HZEPPlatformMgr::addPlatformsFromDirs_(const std::string& name, const std::
 /// Whether the named platform was met for the first time and parsed: that ends the scan, also when its attachment failed.
 bool HZEPPlatformMgr::addPlatformsFromDir_(const std::string& name, const std::string& dir, KnownFiles_& known) {
     bool isNamedMet = false;
-    walkPlatformFiles(dir, kLevelsScanned, [&](std::string path) {
+    const auto fault = walkDirectory(dir, kLevelsScanned, [&](const fs::path& entry) {
+        if (entry.extension() != ".zpfm" || !HostFile::isRegularFile(entry.string()))
+            return true;
+        std::string path = entry.string();
         std::replace(path.begin(), path.end(), '\\', '/');
-        const bool isNamed = !name.empty() && equalsIgnoringCase(name, std::filesystem::path(path).stem().string());
+        const bool isNamed = !name.empty() && equalsIgnoringCase(name, fs::path(path).stem().string());
         if (known.contains(path))
             return !isNamed;
         if (!name.empty() && !isNamed)
@@ -133,6 +138,8 @@ bool HZEPPlatformMgr::addPlatformsFromDir_(const std::string& name, const std::s
         isNamedMet = isNamed;
         return !isNamed;
     });
+    if (fault)
+        throw boost::system::system_error(fault);
     return isNamedMet;
 }
 

@@ -8,6 +8,7 @@
 #include "HZEPDevice.h"
 #include "HZEPHardwarePlatform.h"
 #include "HZEPPlatform.h"
+#include "HZEPPlatformHelper.h"
 #include "HZEPPlatformMgr.h"
 #include "HZEPSoftwarePlatform.h"
 #include "HZEPSystemConfig.h"
@@ -398,5 +399,5 @@ std::size_t HZEPPlatformUtils::getNumRuntimes(const std::string& name, const std
 }
 
 bool HZEPPlatformUtils::supportsMultipleRuntimes(const std::string& name, const std::string& config) {
-    return getNumRuntimes(name, config) > 1;
+    return config.empty() ? HZEPPlatformHelper(getPlatform(name)).supportsMultipleRuntimes() : getNumRuntimes(name, config) > 1;
 }
