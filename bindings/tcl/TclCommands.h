@@ -29,7 +29,8 @@ inline swig_wrapper findMethod(const swig_class& type, const char* name) {
         return found->second;
     for (const char** base = type.base_names; base && *base; ++base) {
         const swig_type_info* const info = SWIG_TypeQueryModule(type.module, type.module, *base);
-        if (const swig_wrapper found = info && info->clientdata ? findMethod(*static_cast<const swig_class*>(info->clientdata), name) : nullptr)
+        if (const swig_wrapper found =
+                info && info->clientdata ? findMethod(*static_cast<const swig_class*>(info->clientdata), name) : nullptr)
             return found;
     }
     return nullptr;
@@ -113,14 +114,17 @@ inline int runClass(ClientData data, Tcl_Interp* interp, int objc, Tcl_Obj* cons
     return invoke(interp, wrapper, nullptr, std::vector<Tcl_Obj*>(objv + 1, objv + objc), fromTcl(objv[0]) + " " + operation);
 }
 
-/// Puts the classes' commands in the place of the generator's own.
+/// Puts the classes' commands in the place of the generator's own. Containers and iterators have none: they are lists and dicts.
 inline void install(Tcl_Interp* interp, const swig_command_info* commands, std::string_view prefix) {
     for (; commands->name; ++commands) {
         Tcl_DeleteCommand(interp, commands->name);
-        if (commands->wrapper == reinterpret_cast<swig_wrapper>(&SWIG_Tcl_ObjectConstructor))
-            Tcl_CreateObjCommand(interp, commands->name, &runClass, commands->clientdata, nullptr);
-        else
+        if (commands->wrapper != reinterpret_cast<swig_wrapper>(&SWIG_Tcl_ObjectConstructor)) {
             functions().emplace(std::string_view(commands->name).substr(prefix.size()), commands->wrapper);
+            continue;
+        }
+        const std::string_view type = SWIG_TypePrettyName(*static_cast<const swig_class*>(commands->clientdata)->type);
+        if (!type.starts_with("std::") && !type.starts_with("HostFwdIter<"))
+            Tcl_CreateObjCommand(interp, commands->name, &runClass, commands->clientdata, nullptr);
     }
 }
 

@@ -16,7 +16,7 @@ proc refuse {code text script} {
     incr ::calls
     if {[catch {uplevel 1 $script} result options] != 1} {
         fault "$script went through: $result"
-    } elseif {[lrange [dict get $options -errorcode] 0 [llength $code]-1] ne $code || [string first $text $result] < 0} {
+    } elseif {[lrange [dict get $options -errorcode] 0 [llength $code]-1] ne $code || ![string match *$text* $result]} {
         fault "$script: [dict get $options -errorcode]: $result"
     }
 }
@@ -35,7 +35,8 @@ same "platform" $platform [$loader load]
 # Names that are no handles, of another type, forged; too few and too many arguments; operations that are none.
 set writer [::hzep_platform::JSONObjectWriter new]
 foreach given [list "" NULL nonsense _0000000000000000_p_HZEPPlatform _deadbeef00000000_p_HZEPPlatform 0 "a b \{" puts $writer ::hzep_platform::ZEPPlatform] {
-    refuse {HZEP TYPE} expected {::hzep_platform::ZEPPlatformEngineHelper new $given $given $given}
+    refuse {HZEP TYPE} {} {::hzep_platform::ZEPPlatformEngineHelper new $given $given $given}
+    refuse {HZEP TYPE} expected {$platform toJSON [expr {$given eq $writer ? $platform : $given}]}
 }
 set types 0
 foreach class [info commands ::hzep_platform::*] {
