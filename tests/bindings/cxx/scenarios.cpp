@@ -396,7 +396,7 @@ void runBuild() {
     say("build.tree", std::next(readTree(R"({"a": "1", "c": {"b": "ä"}})").begin())->second.get<std::string>("b"));
     JSONListWriter list;
     list.addItem("x");
-    list.addItem(true);
+    list.addItem("true");
     JSONObjectWriter object;
     object.addKey("items", list);
     sayDocument("build.list", toText(object));
