@@ -27,6 +27,5 @@ void addRepair(CLI::App& app, Session& session);
 void addEmu(CLI::App& app, Session& session);
 void addLabels(CLI::App& app, Session& session);
 void addMda(CLI::App& app, Session& session);
-void addEmu(CLI::App& app, Session& session);
 void addHdf2dsa(CLI::App& app, Session& session);
 void addFixedKar(CLI::App& app, Session& session);

@@ -34,7 +34,6 @@ int main(int argc, char** argv) {
     addEmu(app, session);
     addLabels(app, session);
     addMda(app, session);
-    addEmu(app, session);
     addHdf2dsa(app, session);
     addFixedKar(app, session);
 

@@ -8,6 +8,7 @@
 #include "HPLDevice.h"
 #include "HPLPlatform.h"
 #include "HZEPBootImg.h"
+#include "HZEPJSONText.h"
 #include "HZEPPlatform.h"
 #include "HZEPPlatformHelper.h"
 #include "HZEPPlatformMgr.h"
@@ -29,7 +30,6 @@
 #include "SimpleFixedKARCreator.h"
 
 #include <boost/algorithm/string/replace.hpp>
-#include <boost/property_tree/json_parser.hpp>
 
 #include <algorithm>
 #include <concepts>
@@ -255,11 +255,10 @@ void runManager() {
         const HZEPPlatform* const found = manager.getPlatform(name);
         say("manager.byName." + name, found ? found->getUniqueName() : "null");
     }
-    const std::string part = manager.getPlatform("kestrel")->getHardwarePlatform()->getFpgaDevice();
-    say("manager.byPart." + part,
-        sorted(map(filled<HZEPPlatform*>([&](auto& out) { HZEPPlatformUtils::getPlatformsByPart(part, out); }), getName)));
+    say("manager.byPart",
+        sorted(map(filled<HZEPPlatform*>([&](auto& out) { HZEPPlatformUtils::getPlatformsByPart("tlv9p", out); }), getName)));
     say("manager.embedded",
-        sorted(map(filled<HZEPPlatform*>([&](auto& out) { HZEPPlatformUtils::getPlatformsByDesignIntent(4, "", "", "", false, out); }),
+        sorted(map(filled<HZEPPlatform*>([&](auto& out) { HZEPPlatformUtils::getPlatformsByDesignIntent(4, "tlz7", "", "", false, out); }),
                    getName)));
     say("manager.isFixed.pebble", HZEPPlatformUtils::isFixedPlatform("pebble"));
     say("manager.runtimes.minnow", filled([](auto& out) { HZEPPlatformUtils::getRuntimesByPrettyName("minnow", "", out); }));
@@ -306,11 +305,12 @@ void runServices() {
     const auto keys = NativeKeyService().get(file);
     say("services.keys.count", keys.size());
     say("services.keys", Texts(keys.begin(), keys.end()));
-    say("services.dict", map(NativeDictService().getFilteredDict(file, "hardwarePlatform"),
+    bool found = false;
+    say("services.dict", map(NativeDictService().getAsDict(file, "softwarePlatform", found),
                              [](const auto& entry) { return entry.first + "=" + entry.second; }));
     const NativeCatalogService catalog;
     sayDocument("services.catalog", catalog.getAsJsonStr(file, true, false));
-    say("services.catalog.name", catalog.getValue(file, "name"));
+    say("services.catalog.type", catalog.getValue(file, "type"));
     say("services.found", sorted(filled([](auto& out) { NativePlatformRepoService().getZpfmFiles("", Texts{examples}, false, out); })));
     const NativeTransformService transform;
     sayDocument("services.transform", transform.getTransformSpecAsJsonStr(data + "/transform.json"));
@@ -353,9 +353,8 @@ std::unique_ptr<HPLPlatform> makeHardware() {
 }
 
 boost::property_tree::ptree readTree(const std::string& text) {
-    std::istringstream in(text);
     boost::property_tree::ptree tree;
-    read_json(in, tree);
+    HZEPJSONText::read(text, tree);
     return tree;
 }
 

@@ -218,9 +218,8 @@ public final class Scenarios {
       ZEPPlatform found = manager.getPlatform(name);
       say("manager.byName." + name, found == null ? null : found.getUniqueName());
     }
-    String part = manager.getPlatform("kestrel").getHardwarePlatform().getFpgaDevice();
-    say("manager.byPart." + part, platforms(out -> ZEPPlatformUtils.getPlatformsByPart(part, out)));
-    say("manager.embedded", platforms(out -> ZEPPlatformUtils.getPlatformsByDesignIntent(4, "", "", "", false, out)));
+    say("manager.byPart", platforms(out -> ZEPPlatformUtils.getPlatformsByPart("tlv9p", out)));
+    say("manager.embedded", platforms(out -> ZEPPlatformUtils.getPlatformsByDesignIntent(4, "tlz7", "", "", false, out)));
     say("manager.isFixed.pebble", ZEPPlatformUtils.isFixedPlatform("pebble"));
     say("manager.runtimes.minnow", filled(out -> ZEPPlatformUtils.getRuntimesByPrettyName("minnow", "", out)));
     say("manager.parts", sorted(filled(ZEPPlatformUtils::getSupportedFpgaParts)));
@@ -266,11 +265,11 @@ public final class Scenarios {
     StringSet keys = new NativeKeyService().get(file);
     say("services.keys.count", keys.size());
     say("services.keys", texts(keys.items()));
-    StringMap dict = new NativeDictService().getFilteredDict(file, "hardwarePlatform");
+    StringMap dict = new NativeDictService().getAsDict(file, "softwarePlatform", new boolean[1]);
     say("services.dict", texts(dict.keys()).stream().map(key -> key + "=" + dict.get(key)).collect(Collectors.toList()));
     NativeCatalogService catalog = new NativeCatalogService();
     sayDocument("services.catalog", catalog.getAsJsonStr(file, true, false));
-    say("services.catalog.name", catalog.getValue(file, "name"));
+    say("services.catalog.type", catalog.getValue(file, "type"));
     say("services.found", sorted(filled(out -> new NativePlatformRepoService().getZpfmFiles("", vector(examples), false, out))));
     NativeTransformService transform = new NativeTransformService();
     sayDocument("services.transform", transform.getTransformSpecAsJsonStr(data + "/transform.json"));

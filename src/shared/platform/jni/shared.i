@@ -26,7 +26,6 @@
 #include "HZEPBootImg.h"
 #include "ScriptHandles.h"
 
-#include <boost/property_tree/json_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 
 #include <map>

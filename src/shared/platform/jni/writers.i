@@ -4,6 +4,7 @@
 // Documents: the writers and the trees that they hold. Told here by hand: the headers' constraints on arguments are for C++ callers.
 
 %{
+#include "HZEPJSONText.h"
 #include "JSONListWriter.h"
 #include "JSONObjectWriter.h"
 %}
@@ -18,8 +19,7 @@ public:
         /// Raises the parser's exception for text that is no JSON.
         explicit ptree(const std::string& json) {
             auto tree = std::make_unique<boost::property_tree::ptree>();
-            std::istringstream text(json);
-            boost::property_tree::read_json(text, *tree);
+            HZEPJSONText::read(json, *tree);
             return tree.release();
         }
         std::string getValue() const { return $self->data(); }
@@ -34,7 +34,7 @@ public:
         }
         std::string toJSONString() const {
             std::ostringstream text;
-            boost::property_tree::write_json(text, *$self);
+            HZEPJSONText::write(text, *$self);
             return text.str();
         }
     }
@@ -85,7 +85,10 @@ public:
     void addItem(std::string value);
     void addItem(const JSONWriter& value);
     void addItem(const JSONSerializable* value);
-    void addItem(bool value);
+    %extend {
+        // The writer's own operation never returns.
+        void addItem(bool value) { $self->addItem(value ? "true" : "false"); }
+    }
 };
 
 class JSONObjectWriter : public JSONWriter {

@@ -64,6 +64,17 @@
 %typemap(check) const std::string & "";
 %typemap(ret) const std::string & "";
 
+// Numbers of 64 bits without a sign.
+%typemap(jni) unsigned long long "jlong"
+%typemap(jtype) unsigned long long "long"
+%typemap(jstype) unsigned long long "java.math.BigInteger"
+%typemap(javain) unsigned long long "$javainput.longValue()"
+%typemap(javaout) unsigned long long {
+    return new java.math.BigInteger(Long.toUnsignedString($jnicall));
+  }
+%typemap(in) unsigned long long "$1 = static_cast<$1_ltype>($input);"
+%typemap(out) unsigned long long "$result = static_cast<jlong>($1);"
+
 // Handles: closeable, keeping the object that they came from, and freed by themselves when nobody holds them any more.
 %typemap(javabase, notderived="1") SWIGTYPE "NativeHandle"
 %typemap(javain) SWIGTYPE *DISOWN "$javaclassname.swigRelease($javainput)"

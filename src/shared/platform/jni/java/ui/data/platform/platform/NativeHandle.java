@@ -49,6 +49,11 @@ public abstract class NativeHandle implements AutoCloseable {
     }
   }
 
+  /** Another name of {@link #close}. */
+  public final void delete() {
+    close();
+  }
+
   /** Another object becomes the owner. */
   final void giveAway() {
     if (nativeAddress() == 0 || own == null) {
