@@ -2,16 +2,15 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
+#include "HZEPJSONText.h"
 #include "TclHandles.h"
 
 #include <boost/core/demangle.hpp>
-#include <boost/property_tree/json_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 
 #include <map>
 #include <memory>
 #include <set>
-#include <sstream>
 #include <typeinfo>
 #include <vector>
 
@@ -104,8 +103,7 @@ inline bool treeFromTcl(Tcl_Interp* interp, Tcl_Obj* given, boost::property_tree
     const std::string text = fromTcl(given);
     if (!findHandle(interp, given) && (text.starts_with('{') || text.starts_with('['))) {
         try {
-            std::istringstream stream(text);
-            boost::property_tree::read_json(stream, tree);
+            HZEPJSONText::read(text, tree);
             return true;
         } catch (...) {
             raiseCurrentException(interp);

@@ -49,9 +49,6 @@
 %typemap(typecheck, precedence=SWIG_TYPECHECK_BOOL) bool, bool &ok "$1 = hzep_tcl::isTruthValue($input);"
 %typemap(typecheck, precedence=SWIG_TYPECHECK_BOOL) bool value "$1 = hzep_tcl::isTruthWord($input);"
 
-// The text will do: adding a truth value never returns.
-%ignore zep_platform::JSONListWriter::addItem(bool);
-
 // An argument that is read and written comes back beside the result.
 %typemap(argout) std::string &reason "hzep_tcl::addOutput(interp, hzep_tcl::toTcl(*$1));"
 %typemap(in) bool &ok (bool value) {

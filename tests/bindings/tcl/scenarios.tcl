@@ -132,9 +132,8 @@ proc manager {} {
         set found [$known getPlatform $name]
         say manager.byName.$name [expr {$found eq "" ? "null" : [$found getUniqueName]}]
     }
-    set part [[[$known getPlatform kestrel] getHardwarePlatform] getFpgaDevice]
-    sayList manager.byPart.$part [lsort [names [class ZEPPlatformUtils getPlatformsByPart $part]]]
-    sayList manager.embedded [lsort [names [class ZEPPlatformUtils getPlatformsByDesignIntent 4 "" "" "" false]]]
+    sayList manager.byPart [lsort [names [class ZEPPlatformUtils getPlatformsByPart tlv9p]]]
+    sayList manager.embedded [lsort [names [class ZEPPlatformUtils getPlatformsByDesignIntent 4 tlz7 "" "" false]]]
     sayTruth manager.isFixed.pebble [class ZEPPlatformUtils isFixedPlatform pebble]
     sayList manager.runtimes.minnow [class ZEPPlatformUtils getRuntimesByPrettyName minnow ""]
     sayList manager.parts [lsort [class ZEPPlatformUtils getSupportedFpgaParts]]
@@ -174,11 +173,11 @@ proc services {} {
     say services.keys.count [llength $keys]
     sayList services.keys $keys
     set entries {}
-    dict for {name value} [[class NativeDictService new] getFilteredDict $file hardwarePlatform] { lappend entries $name=$value }
+    dict for {name value} [lindex [[class NativeDictService new] getAsDict $file softwarePlatform false] 0] { lappend entries $name=$value }
     sayList services.dict $entries
     set catalog [class NativeCatalogService new]
     sayDocument services.catalog [$catalog getAsJsonStr $file 1 0]
-    say services.catalog.name [$catalog getValue $file name]
+    say services.catalog.type [$catalog getValue $file type]
     sayList services.found [lsort [[class NativePlatformRepoService new] getZpfmFiles "" [list $::EXAMPLES] false]]
     set transform [class NativeTransformService new]
     sayDocument services.transform [$transform getTransformSpecAsJsonStr $::DATA/transform.json]
