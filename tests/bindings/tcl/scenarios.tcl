@@ -240,7 +240,7 @@ proc build {} {
 proc broken {} {
     sayOrRefusal broken.missing {[class PlatformLoader new /nowhere/at-all.zpfm] load}
     sayOrRefusal broken.file {[class PlatformLoader new $::DATA/broken.zpfm] load}
-    sayOrRefusal broken.software {[class PlatformLoader new $::DATA/broken.spfm] load}
+    sayOrRefusal broken.software {expr {[[class PlatformLoader new $::DATA/broken.spfm] load] eq "" ? "null" : "loaded"}}
     sayTruth broken.helper [[class ZEPPlatformEngineHelper new $::DATA/broken.zpfm {}] isValid]
     sayOrRefusal broken.tree {[class PropertyTree new "\{"] getValue}
 }
