@@ -126,7 +126,6 @@ inline void install(Tcl_Interp* interp, const swig_command_info* commands, std::
         if (!type.starts_with("std::") && !type.starts_with("HostFwdIter<"))
             Tcl_CreateObjCommand(interp, commands->name, &runClass, commands->clientdata, nullptr);
     }
-    Tcl_Eval(interp, "namespace eval ::hzep_platform {namespace export *}");
 }
 
 } // namespace hzep_tcl

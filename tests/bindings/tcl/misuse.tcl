@@ -2,7 +2,6 @@
 # SPDX-FileCopyrightText: the hzep platform authors
 # misuse.tcl EXAMPLES DATA: calls that no caller should make. Each must end in its error, and none may end the process.
 package require hzep_platform
-namespace import -force ::hzep_platform::*
 lassign $argv EXAMPLES DATA
 set calls 0
 set faults 0
