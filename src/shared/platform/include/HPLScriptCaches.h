@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "native_cache.h"
 #include "py_native_cache.h"
 
 /// The script objects of hardware platforms. These caches stand in the library, one per process and language, and HPLPlatform's destructor
@@ -10,3 +11,4 @@
 class HPLPlatform;
 
 extern template class HZEP_EXPORT host::pyinfra::py_native_cache<HPLPlatform*>;
+extern template class HZEP_EXPORT host::tcltasks::native_cache<HPLPlatform*>;

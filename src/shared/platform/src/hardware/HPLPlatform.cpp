@@ -24,6 +24,7 @@
 using zep_platform::JSONObjectWriter;
 
 template class host::pyinfra::py_native_cache<HPLPlatform*>;
+template class host::tcltasks::native_cache<HPLPlatform*>;
 
 namespace {
 
@@ -89,6 +90,7 @@ std::string reduceToNumbers(const std::string& text) {
 HPLPlatform::HPLPlatform() = default;
 HPLPlatform::~HPLPlatform() {
     host::pyinfra::py_native_cache<HPLPlatform*>::nativeDied(this);
+    host::tcltasks::native_cache<HPLPlatform*>::nativeDied(this);
 }
 
 void HPLPlatform::toJSON(JSONObjectWriter& writer) const {
