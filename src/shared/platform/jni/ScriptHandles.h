@@ -44,9 +44,17 @@ void handOut(const T* object) {
         zep_platform::LiveObjects::watch(object);
 }
 
-/// Every device that the library hands out is one of these, and scripts make none.
+/// Every device that the library hands out is an HPLDevice, and scripts make none. Its watched part is found without a look at the object,
+/// which may be gone.
 inline bool isUsable(const HZEPDevice* device) {
-    return device && zep_platform::LiveObjects::isAlive(static_cast<const HPLDevice*>(device));
+    using zep_platform::JSONSerializable;
+    if (!device)
+        return false;
+    static const HPLDevice sample;
+    static const std::ptrdiff_t distance = reinterpret_cast<const char*>(static_cast<const HZEPDevice*>(&sample)) -
+                                           reinterpret_cast<const char*>(static_cast<const JSONSerializable*>(&sample));
+    const auto* const base = reinterpret_cast<const JSONSerializable*>(reinterpret_cast<const char*>(device) - distance);
+    return zep_platform::LiveObjects::isAlive(base) && dynamic_cast<const HPLDevice*>(base);
 }
 inline void handOut(const HZEPDevice* device) {
     zep_platform::LiveObjects::watch(static_cast<const HPLDevice*>(device));
