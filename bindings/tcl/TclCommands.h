@@ -126,6 +126,9 @@ inline void install(Tcl_Interp* interp, const swig_command_info* commands, std::
         if (!type.starts_with("std::") && !type.starts_with("HostFwdIter<"))
             Tcl_CreateObjCommand(interp, commands->name, &runClass, commands->clientdata, nullptr);
     }
+    // A script may import the classes.
+    if (Tcl_Namespace* const own = Tcl_FindNamespace(interp, "::hzep_platform", nullptr, 0))
+        Tcl_Export(interp, own, "*", 0);
 }
 
 } // namespace hzep_tcl
