@@ -26,7 +26,7 @@ public:
         std::optional<std::uint64_t> compressedSize = {};
         std::optional<std::uint16_t> announcedMethod = {};
         std::optional<std::string> localName = {}; // name in the local header alone
-        bool raw = false;                     // content is stored as given, already in its compressed form
+        bool raw = false;                          // content is stored as given, already in its compressed form
     };
 
     ZipBuilder() = default;

@@ -25,7 +25,7 @@ public:
     /// Reads a definition from its XML text. False, and in `fault` why and at what line, for a text that is none.
     static bool parse(const std::string& xml, HostHwDef& definition, std::string& fault);
 
-    /// The XML text that parse() reads: of a definition that was read the same one again, the instances in its order. Raises HostError for a
-    /// definition that the form has no room for.
+    /// The XML text that parse() reads: of a definition that was read the same one again, the instances in its order. Raises HostError for
+    /// a definition that the form has no room for.
     static std::string render(const HostHwDef& definition);
 };

@@ -12,7 +12,8 @@
 /// Binds the methods of the generated class to the entry points, whose names don't tell the class.
 extern "C" JNIEXPORT jint JNICALL JNI_OnLoad(JavaVM* vm, void*) {
     static const JNINativeMethod methods[] = {
-#define HZEP_ENTRY_POINT(name, signature, function) {const_cast<char*>(name), const_cast<char*>(signature), reinterpret_cast<void*>(&function)},
+#define HZEP_ENTRY_POINT(name, signature, function)                                                                                        \
+    {const_cast<char*>(name), const_cast<char*>(signature), reinterpret_cast<void*>(&function)},
 #include "entry_points.inc"
 #undef HZEP_ENTRY_POINT
     };
