@@ -76,7 +76,7 @@ TEST(DictService, AnswersForAFile) {
                 ElementsAre(Pair("busInterfaces[0].addressSegments[0].name", "s"), Pair("busInterfaces[0].name", "bus")));
 }
 
-TEST(TransformService, CountsASpecification) {
+TEST(TransformService, CountsWhatIsToBeDone) {
     const TempDir dir;
     const NativeTransformService service;
     const std::string text = R"({"operation": "trim", "spec": {"a": "1", "b": {"c": "2"}, "d": []}})";

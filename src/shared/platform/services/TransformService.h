@@ -12,8 +12,8 @@ namespace zep::platform {
 
 using zep_platform::PlatformLoader;
 
-/// Reads the specification of a transformation, a JSON file whose member "spec" lists what is to be done. Nothing is transformed yet:
-/// what is answered tells of the specification alone.
+/// Reads a transform specification, a JSON file whose member "spec" lists what is to be done. Nothing is transformed yet:
+/// what is answered tells of that file alone.
 class HZEP_EXPORT TransformService {
 public:
     // The virtual operations stand in the order of the table that callers are compiled against.
@@ -30,7 +30,7 @@ public:
     /// is no JSON, ptree_bad_path when there is no "spec".
     virtual std::uint32_t getObjectsBySpec(const std::string& file, const std::string& specFile) const = 0;
 
-    /// The specification as it stands.
+    /// The text of the file as it stands.
     virtual std::string getObjectsBySpec(PlatformLoader* loader, const std::string& specFile) const = 0;
 };
 
