@@ -5,6 +5,7 @@
 #include "Verbs.h"
 
 #include "HZEPMetadataLint.h"
+#include "HostText.h"
 #include "JSONObjectWriter.h"
 #include "NativeCatalogService.h"
 
@@ -58,7 +59,7 @@ void check(Session& session, const Options& options) {
     } else {
         // A reason may quote a file; on a terminal it must not steer it.
         session.out() << (isSupported ? "supported\n" : "not supported\n")
-                      << (Session::isTerminal() ? HZEPMetadataLint::makePrintable(reason) : reason) << (reason.empty() ? "" : "\n");
+                      << (Session::isTerminal() ? HostText::makePrintable(reason) : reason) << (reason.empty() ? "" : "\n");
     }
     session.finish();
     if (!isSupported)

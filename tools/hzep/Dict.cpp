@@ -7,6 +7,7 @@
 
 #include "HZEPJSONText.h"
 #include "HZEPMetadataLint.h"
+#include "HostText.h"
 #include "NativeDictService.h"
 #include "NativeObjectService.h"
 
@@ -60,7 +61,7 @@ void printDict(Session& session, const Options& options) {
         table.print(session.out(), true);
     } else {
         for (const auto& [key, value] : dict)
-            session.out() << HZEPMetadataLint::makePrintable(key) << " = " << HZEPMetadataLint::makePrintable(value) << '\n';
+            session.out() << HostText::makePrintable(key) << " = " << HostText::makePrintable(value) << '\n';
     }
 }
 

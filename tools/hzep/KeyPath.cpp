@@ -6,6 +6,7 @@
 #include "HZEPJSONText.h"
 #include "HZEPMetadataLint.h"
 #include "HZEPNearNames.h"
+#include "HostText.h"
 #include "NativeKeyService.h"
 #include "NativeObjectService.h"
 
@@ -72,7 +73,7 @@ bool printAt(Session& session, const std::string& document, const std::string& p
         holder.push_back({path.substr(path.rfind('.') + 1), ptree(text)});
         HZEPJSONText::write(session.out(), holder);
     } else {
-        session.out() << (isValue && Session::isTerminal() ? HZEPMetadataLint::makePrintable(text) : text) << (isValue ? "\n" : "");
+        session.out() << (isValue && Session::isTerminal() ? HostText::makePrintable(text) : text) << (isValue ? "\n" : "");
     }
     return true;
 }
@@ -92,11 +93,11 @@ std::string describeMissingKey(const std::string& place, const ptree& document, 
 
     if (reached == 0) {
         if (const auto deeper = findDeeper(document, plain); !deeper.empty())
-            return HZEPMetadataLint::makePrintable(words + " at its root" + HZEPNearNames::describe(deeper));
+            return HostText::makePrintable(words + " at its root" + HZEPNearNames::describe(deeper));
     }
     const std::string way = actual.substr(0, reached);
     const auto node = objects.getChildOptional(document, way);
     const std::size_t begin = reached == 0 ? 0 : reached + 1;
     words += "; " + describeStop(node ? *node : document, way, actual.substr(begin, end - begin));
-    return HZEPMetadataLint::makePrintable(words);
+    return HostText::makePrintable(words);
 }

@@ -5,6 +5,7 @@
 #include "Verbs.h"
 
 #include "HZEPMetadataLint.h"
+#include "HostText.h"
 #include "JSONListWriter.h"
 #include "JSONObjectWriter.h"
 
@@ -41,7 +42,7 @@ public:
         const std::string severity = Lint::getSeverityName(finding.rule->severity);
         if (isJson_) {
             JSONObjectWriter item;
-            item.addKey("file", Lint::makePrintable(file));
+            item.addKey("file", HostText::makePrintable(file));
             item.addKey("member", finding.member);
             item.addKey("line", std::to_string(finding.line));
             item.addKey("severity", severity);
@@ -49,8 +50,8 @@ public:
             item.addKey("text", finding.text);
             items_.addItem(std::move(item));
         } else {
-            session_.out() << Lint::makePrintable(file) << (finding.member.empty() ? "" : "(" + finding.member + ")") << ":" << finding.line
-                           << ": " << severity << ": " << finding.text << " [" << finding.rule->id << "]\n";
+            session_.out() << HostText::makePrintable(file) << (finding.member.empty() ? "" : "(" + finding.member + ")") << ":"
+                           << finding.line << ": " << severity << ": " << finding.text << " [" << finding.rule->id << "]\n";
         }
     }
 
@@ -89,7 +90,7 @@ void lintFiles(Session& session, const Options& options) {
         } catch (const std::bad_alloc&) {
             throw;
         } catch (const std::exception& error) {
-            faults.push_back(Lint::makePrintable(error.what()));
+            faults.push_back(HostText::makePrintable(error.what()));
         }
     report.finish();
     if (!faults.empty()) {

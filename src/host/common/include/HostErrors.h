@@ -3,19 +3,23 @@
 #pragma once
 
 #include "HostExport.h"
+#include "HostFault.h"
 
 #include <exception>
 #include <string>
 #include <utility>
 
-/// Root of the host's exceptions; what() is the text it was raised with.
+/// Root of the host's exceptions; what() is the text it was raised with, the fault what a program may want to know of it: nothing when
+/// the raiser told nothing.
 class HOST_EXPORT HostErrorBase : public std::exception {
 public:
-    explicit HostErrorBase(std::string text) : text_(std::move(text)) {}
+    explicit HostErrorBase(std::string text, HostFault fault = {}) : text_(std::move(text)), fault_(std::move(fault)) {}
     const char* what() const noexcept override { return text_.c_str(); }
+    const HostFault& getFault() const noexcept { return fault_; }
 
 private:
     std::string text_;
+    HostFault fault_;
 };
 
 /// A failure of the host layer itself: a file, an archive or a service that could not do its work.

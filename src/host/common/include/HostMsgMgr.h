@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HostExport.h"
+#include "HostFault.h"
 
 #include <functional>
 #include <string>
@@ -14,6 +15,7 @@ struct HostMsg {
     unsigned severityMask;
     std::string key;
     std::vector<std::string> args;
+    HostFault fault = {}; ///< what a program may want to know beside the text
 };
 
 /// The host's message service. One sink takes every message; by default it prints readable text to stderr.
@@ -35,7 +37,8 @@ public:
     Sink setSink(Sink sink);
 
     /// Hands one message to the sink. What a sink itself sends is printed to stderr; what it raises goes on to the sender.
-    void send(const std::string& topic, unsigned severityMask, const std::string& key, std::vector<std::string> args = {});
+    void send(const std::string& topic, unsigned severityMask, const std::string& key, std::vector<std::string> args = {},
+              HostFault fault = {});
 
     /// The catalog's words for a message, its arguments filled in; a key that the catalog lacks gives the key and the arguments.
     static std::string getText(const HostMsg& message);

@@ -58,8 +58,9 @@ HostMsgMgr::Sink HostMsgMgr::setSink(Sink sink) {
     return sink;
 }
 
-void HostMsgMgr::send(const std::string& topic, unsigned severityMask, const std::string& key, std::vector<std::string> args) {
-    const HostMsg message{topic, severityMask, key, std::move(args)};
+void HostMsgMgr::send(const std::string& topic, unsigned severityMask, const std::string& key, std::vector<std::string> args,
+                      HostFault fault) {
+    const HostMsg message{topic, severityMask, key, std::move(args), std::move(fault)};
     if (sinkRuns) {
         printToStderr(message);
         return;

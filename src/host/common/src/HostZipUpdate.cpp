@@ -4,6 +4,7 @@
 
 #include "HostErrors.h"
 #include "HostReplacement.h"
+#include "HostText.h"
 #include "HostZipArchive.h"
 #include "HostZipDigest.h"
 #include "HostZipSession.h"
@@ -81,7 +82,7 @@ struct HostZipUpdate::State {
     }
 
     [[noreturn]] void fail(const std::string& entry, const std::string& cause) const {
-        throw HostError(archive + ": " + getPrintableZipName(entry) + ": " + cause);
+        throw HostError(archive + ": " + HostText::makePrintable(entry) + ": " + cause);
     }
 
     /// Until the change has succeeded no other one is let in.

@@ -3,6 +3,7 @@
 #include "ZipDirectory.h"
 
 #include "HostErrors.h"
+#include "HostText.h"
 #include "HostZipUpdate.h"
 #include "ZipName.h"
 #include "ZipRecord.h"
@@ -68,7 +69,7 @@ public:
 private:
     [[noreturn]] void fail(const std::string& cause) const { throw HostError(archive_ + ": " + cause); }
     [[noreturn]] void fail(const ZipMember& member, const std::string& cause) const {
-        fail(getPrintableZipName(member.name) + ": " + cause);
+        fail(HostText::makePrintable(member.name) + ": " + cause);
     }
 
     std::string readAt(std::uint64_t offset, std::size_t size) const {
@@ -357,7 +358,7 @@ void putMember(std::string& out, const ZipMember& member) {
             zip_record::put(wide, value, 8);
     const std::size_t extraSize = member.extra.size() + (wide.empty() ? 0 : 4 + wide.size());
     if (extraSize > 0xffff)
-        throw HostError(getPrintableZipName(member.name) + ": its additional field leaves no room for the 64-bit one");
+        throw HostError(HostText::makePrintable(member.name) + ": its additional field leaves no room for the 64-bit one");
     zip_record::put(out, kMemberSignature, 4);
     zip_record::put(out, member.madeBy, 2);
     zip_record::put(out, wide.empty() ? member.needed : std::max(member.needed, kNeedsWide), 2);

@@ -3,6 +3,7 @@
 #include "ZipName.h"
 
 #include "HostI18n.h"
+#include "HostText.h"
 #include "ZipDirectory.h"
 #include "ZipRecord.h"
 
@@ -23,10 +24,6 @@ constexpr std::wstring_view kUpperHalf = L"ÇüéâäàåçêëèïîìÄÅÉæ�
 static_assert(kUpperHalf.size() == 128);
 constexpr std::uint16_t kUnicodeName = 0x7075;
 
-bool isUtf8(const std::string& text) {
-    return HostI18n::toUtf8(HostI18n::toWide(text)) == text;
-}
-
 /// Holds as long as the name that it was made for is the one that stands there.
 std::optional<std::string> findUnicodeName(const ZipMember& member) {
     zip_record::Reader extra(member.extra);
@@ -39,7 +36,7 @@ std::optional<std::string> findUnicodeName(const ZipMember& member) {
         const auto* name = reinterpret_cast<const Bytef*>(member.name.data());
         if (field.u32() != crc32(0, name, static_cast<uInt>(member.name.size())))
             continue;
-        if (std::string text(field.text(field.left())); isUtf8(text))
+        if (std::string text(field.text(field.left())); HostText::isUtf8(text))
             return text;
     }
     return std::nullopt;
@@ -52,7 +49,7 @@ std::string getZipName(const ZipMember& member) {
         return *name;
     const std::string& name = member.name;
     const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-    if (std::all_of(name.begin(), name.end(), isPlain) || isUtf8(name))
+    if (std::all_of(name.begin(), name.end(), isPlain) || HostText::isUtf8(name))
         return name;
     std::wstring text;
     for (const char c : name)
@@ -78,11 +75,4 @@ const char* getZipNameFault(const std::string& name) {
         start = end + 1;
     }
     return nullptr;
-}
-
-std::string getPrintableZipName(std::string name) {
-    for (char& c : name)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
-            c = '?';
-    return name;
 }

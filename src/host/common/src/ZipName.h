@@ -11,6 +11,3 @@ std::string getZipName(const ZipMember& member);
 
 /// Why a member must not bear this name, in a few words; null for a name that stays below the folder it is unpacked to.
 const char* getZipNameFault(const std::string& name);
-
-/// For messages: control characters, which a terminal would obey, become "?".
-std::string getPrintableZipName(std::string name);

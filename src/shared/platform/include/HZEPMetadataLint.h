@@ -44,10 +44,6 @@ public:
     /// "info", "warning", "error".
     static const char* getSeverityName(Severity severity);
 
-    /// Text of unknown origin for one line of output: control characters, bytes that are no UTF-8 and characters that turn the direction of
-    /// writing show as escapes.
-    static std::string makePrintable(const std::string& text);
-
     /// The findings in a file, document by document, each in the order of its lines. What the file is tells its extension, else its
     /// content. Raises HostError for a file that can't be read at all or whose kind is not known.
     static std::vector<Finding> check(const std::string& path);

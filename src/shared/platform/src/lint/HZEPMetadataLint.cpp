@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPMetadataLint.h"
+#include "HostText.h"
 
 #include "../hardware/AsciiCase.h"
 #include "HPLPlatform.h"
@@ -147,7 +148,7 @@ private:
                                      : listed.substr(std::min(listed.find_first_not_of('/', 1), listed.size()));
         if (!names_.contains(name) || found_.size() > kMaxArchiveFindings || !checked_.insert(name).second)
             return;
-        Findings findings(HZEPMetadataLint::makePrintable(name));
+        Findings findings(HostText::makePrintable(name));
         try {
             if (const std::optional<Node> root = checkDocument(HostZip::readMember(path_, name), kind, findings)) {
                 if (kind == Kind::HardwareFile && isEmulated_)
@@ -160,7 +161,7 @@ private:
                 }
             }
         } catch (const HostError& error) {
-            findings.add(Rule::UnreadableMember, 1, HZEPMetadataLint::makePrintable(getCause(error.what())));
+            findings.add(Rule::UnreadableMember, 1, HostText::makePrintable(getCause(error.what())));
         }
         take(findings);
     }

@@ -5,6 +5,7 @@
 #include "HPLPlatform.h"
 #include "HZEPDevice.h"
 #include "HZEPNearNames.h"
+#include "HostText.h"
 #include "LintNumbers.h"
 #include "LintText.h"
 
@@ -281,7 +282,7 @@ private:
             for (const char* key : choice.keys)
                 isFound = isFound || (thing.find(key) && normalise(thing.get(key), choice.compared) == wanted);
             if (choice.compared == Compared::AsText && names.size() < kMaxCandidates)
-                names.push_back(HZEPMetadataLint::makePrintable(thing.get(*choice.keys.begin())));
+                names.push_back(HostText::makePrintable(thing.get(*choice.keys.begin())));
         });
         if (!isFound)
             findings_.add(Rule::DanglingDefault, chosen->line,

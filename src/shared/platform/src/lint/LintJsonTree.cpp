@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPJSONText.h"
+#include "HostText.h"
 #include "LintText.h"
 #include "LintTree.h"
 
@@ -122,7 +123,7 @@ std::optional<Node> readJson(const std::string& text, Findings& findings) {
         cause = error.message();
         line = error.line();
     }
-    findings.add(Rule::Parse, line, HZEPMetadataLint::makePrintable(cause));
+    findings.add(Rule::Parse, line, HostText::makePrintable(cause));
     return std::nullopt;
 }
 

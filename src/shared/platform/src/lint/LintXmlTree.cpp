@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "BasePlatformLMX.h"
 #include "HZEPNearNames.h"
+#include "HostText.h"
 #include "LintText.h"
 #include "LintTree.h"
 #include "WELHardwarePlatformLMX.h"
@@ -57,7 +58,7 @@ protected:
         const Rule rule = isSyntax || code == lmx60::error_wrong_root ? Rule::Parse : Rule::Schema;
         const std::string& words = get_error_text();
         findings_.add(rule, static_cast<std::size_t>(line),
-                      HZEPMetadataLint::makePrintable(words.empty() ? lmx60::get_error_description(code) : words));
+                      HostText::makePrintable(words.empty() ? lmx60::get_error_description(code) : words));
         return rule == Rule::Parse ? code : lmx60::error_none;
     }
 
