@@ -4,6 +4,7 @@
 // Each file in broken/ has one defect and is named for it; expected.txt holds every finding in each, as the program prints them.
 
 #include "../formats/HpfmDocument.h"
+#include "HostText.h"
 #include "Rendered.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
@@ -219,7 +220,7 @@ TEST_F(ArchiveLint, HasABrokenExampleForEachRule) {
 }
 
 TEST(PrintableText, CantSteerATerminal) {
-    const auto printable = &HZEPMetadataLint::makePrintable;
+    const auto printable = &HostText::makePrintable;
     EXPECT_EQ(printable("plain, ü, 漢, 😀"), "plain, ü, 漢, 😀");
     EXPECT_EQ(printable("a\nb\x1b[2J\x7f"), "a\\x0ab\\x1b[2J\\x7f");
     EXPECT_EQ(printable("\xc2\x9b"
