@@ -169,7 +169,7 @@ std::string writeSegment(const std::string& tag, const HZEPHardwareAddressSegmen
     const std::string name = tag + "_" + index;
     std::string text = " set " + name + " [dict create]\n dict set " + name + " index " + index + "\n";
     const std::pair<const char*, std::string> values[] = {{"auto", segment.getAuto()},
-                                                          {"sptag", segment.getSPTag()},
+                                                          {"sptag", segment.getSpTag()},
                                                           {"slr", segment.getSlr()},
                                                           {"max_masters", std::to_string(segment.getMaxMasters())}};
     for (const auto& [key, value] : values)
