@@ -143,8 +143,6 @@ TEST(ObjectService, PrintsWhatItFinds) {
     EXPECT_EQ(print("top.[0]"), "{\n    \"[0]\": [\n        \"x\"\n    ]\n}\n");
 
     bool ok = true;
-    EXPECT_EQ(service.getObjectsByPath_("", "top", ok), "");
-    EXPECT_FALSE(ok);
     for (bool untouched : {false, true}) {
         ok = untouched;
         service.getNodeByPath("", "top", ok);
@@ -156,7 +154,13 @@ TEST(ObjectService, PrintsWhatItFinds) {
     }
     using boost::property_tree::json_parser::json_parser_error;
     EXPECT_THROW(service.getNodeByPath("{", "top", ok), json_parser_error);
-    EXPECT_THROW(service.getHwPlatformRootPath(std::string("[")), json_parser_error);
+    for (const std::string text : {"", "["}) {
+        EXPECT_THROW(service.getNodeByPath_(text, "top", ok), json_parser_error);
+        EXPECT_THROW(service.getObjectsByPath_(text, "top", ok), json_parser_error);
+        EXPECT_THROW(service.getHwPlatformRootPath(text), json_parser_error);
+        EXPECT_THROW(service.hasNodeAtPath(text, ""), json_parser_error);
+        EXPECT_THROW(service.getPathWithActualHwPlatformRoot(text, "hardwarePlatform"), json_parser_error);
+    }
 }
 
 TEST(ObjectService, ReadsBooleans) {
@@ -200,8 +204,17 @@ TEST(ObjectService, GivesTheDocumentOfAFile) {
 
     const MessageLog log;
     const std::string broken = dir.write("broken.kar", "no zip");
-    EXPECT_EQ(service.getAsJsonStr(broken), "");
-    EXPECT_TRUE(service.getAsPropertyTree(broken).empty());
+    PlatformLoader brokenLoader(broken);
+    EXPECT_EQ(service.getAsJsonStr(&brokenLoader), "");
+    for (const auto& ask :
+         std::initializer_list<std::function<void()>>{[&] { service.getAsJsonStr(broken); }, [&] { service.getAsPropertyTree(broken); },
+                                                      [&] { service.getObjectsByPath(&brokenLoader, "name", ok); }})
+        try {
+            ask();
+            ADD_FAILURE();
+        } catch (const boost::property_tree::json_parser::json_parser_error& error) {
+            EXPECT_THAT(error.what(), testing::StartsWith(broken + "(1)"));
+        }
     EXPECT_TRUE(NativeKeyService().get(broken).empty());
 
     // The mode reaches the loader.
