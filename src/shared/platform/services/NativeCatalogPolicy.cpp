@@ -231,7 +231,7 @@ private:
     ptree read() const {
         namespace streams = hoststream::iostreams;
         ptree tree;
-        if (!HostFile::exists(file_) || HostFile::isDir(file_) || !streams::xp::is_xp_format(file_))
+        if (!HostFile::isRegularFile(file_) || !streams::xp::is_xp_format(file_))
             return tree;
         try {
             streams::filtering_stream stream;
