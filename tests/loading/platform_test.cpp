@@ -155,27 +155,24 @@ private:
     const std::string name_;
     std::vector<std::string>& ends_;
 };
-using ToldHardware = Told<HPLPlatform>;
-using ToldPartition = Told<HZEPReconfigurablePartition>;
-using ToldSoftware = Told<HZEPSoftwarePlatform>;
 
 TEST(Platform, FreesWhatItOwnsOnceAndNothingElse) {
     std::vector<std::string> ends;
-    ToldHardware callers("caller's", ends);
+    Told<HPLPlatform> callers("caller's", ends);
     for (const bool isSetTwice : {false, true}) {
         HZEPPlatform platform;
-        platform.addSoftwarePlatform(new ToldSoftware("software 1", ends));
-        platform.addSoftwarePlatform(new ToldSoftware("software 2", ends));
-        auto* partition = new ToldPartition("partition 1", ends);
+        platform.addSoftwarePlatform(new Told<HZEPSoftwarePlatform>("software 1", ends));
+        platform.addSoftwarePlatform(new Told<HZEPSoftwarePlatform>("software 2", ends));
+        auto* partition = new Told<HZEPReconfigurablePartition>("partition 1", ends);
         platform.addReconfigurablePartition(partition);
-        platform.addReconfigurablePartition(new ToldPartition("partition 2", ends));
-        auto* kept = platform.keepPartitionHardware(std::make_unique<ToldHardware>("kept", ends));
+        platform.addReconfigurablePartition(new Told<HZEPReconfigurablePartition>("partition 2", ends));
+        auto* kept = platform.keepPartitionHardware(std::make_unique<Told<HPLPlatform>>("kept", ends));
         partition->setHardwarePlatform(kept);
         partition->setHardwareEmulationPlatform(&callers);
         platform.setDefaultRPHardwarePlatform(kept);
         platform.setDefaultRPHardwareEmulationPlatform(&callers);
-        platform.setHardwareEmulationPlatform(new ToldHardware("emulation", ends));
-        platform.setHardwarePlatform(isSetTwice ? kept : new ToldHardware("hardware", ends));
+        platform.setHardwareEmulationPlatform(new Told<HPLPlatform>("emulation", ends));
+        platform.setHardwarePlatform(isSetTwice ? kept : new Told<HPLPlatform>("hardware", ends));
     }
     EXPECT_THAT(ends, ElementsAre("hardware", "partition 1", "partition 2", "software 1", "software 2", "emulation", "kept", //
                                   "kept", "partition 1", "partition 2", "software 1", "software 2", "emulation"));

@@ -10,23 +10,16 @@ import subprocess
 import sys
 
 PREFIX = "Java_ui_data_platform_platform_"
-FORMS = """new_1ZEPPlatform delete_1ZEPPlatform ZEPPlatform_1getUniqueName ZEPPlatform_1SWIGUpcast ZEPPlatformMgr_1addPlatformsFromDirs_1_1SWIG_10
-    ZEPPlatformMgr_1addPlatformsFromDirs_1_1SWIG_11 StringVector_1size new_1StringVector StringIter_1hasNext StringIter_1next
-    JSONSerializable_1toJSONString"""
-
-
-def innermost(pattern, text):
-    """The text without what the pattern matches, from the inside out."""
-    while (less := re.sub(pattern, " ", text)) != text:
-        text = less
-    return text
 
 
 def operations(header):
     """(class, operation) of all public operations that a header declares."""
     text = re.sub(r"//.*|^ *#.*|\[\[\w+\]\]", "", header.read_text(encoding="utf-8"), flags=re.M)
     for found in re.finditer(r"(?ms)^class HZEP_EXPORT (\w+)[^;{]*\{(.*?)^\};", text):
-        body = innermost(r"<[^<>;]*>", re.sub(r"\{\}", ";", innermost(r"\{[^{}]+\}", found.group(2))))
+        body = found.group(2)
+        for nested in (r"\{[^{}]*\}", r"<[^<>;]*>"):
+            while (less := re.sub(nested, "; " if nested[1] == "{" else " ", body)) != body:
+                body = less
         public = re.sub(r"(?s)(private|protected):.*?(public:|\Z)", "", body)
         for declaration in re.split(r"[;}]|  +(?=\w)|public:", public):
             called = re.search(r"(\w+)\s*\(", declaration)
@@ -36,11 +29,10 @@ def operations(header):
 
 def main():
     table, nm, library, source = sys.argv[1:]
-    lines = subprocess.run([nm, "-D", "--defined-only", library], check=True, capture_output=True, text=True).stdout.split("\n")
-    names = {line.split()[2] for line in lines if " T " in line} - {"JNI_OnLoad"}
+    symbols = subprocess.run([nm, "-D", "--defined-only", library], check=True, capture_output=True, text=True).stdout
+    names = set(re.findall(r" T (.*)", symbols)) - {"JNI_OnLoad"}
     faults = [f"not an entry point: {name}" for name in names if not name.startswith(PREFIX)]
     names = {name[len(PREFIX):] for name in names}
-    faults += [f"no {PREFIX}{form}" for form in FORMS.split() if form not in names]
     counts, here = {}, set()
     for name in names:
         owner, operation = re.fullmatch(r"(?:(?:new|delete)_1)?([^_]+)(?:_1(.*?))?(?:_1_1SWIG_1\d+)?", name).groups()
@@ -54,9 +46,11 @@ def main():
         wrapped.update((renamed.get(cpp, cpp), operation) for cpp, operation in operations(header))
     missing = {f"{owner}.{operation}" for owner, operation in wrapped - here if owner in counts}
 
-    told = [line.partition(":")[0].split() for line in pathlib.Path(table).read_text(encoding="utf-8").splitlines() if line[0] != "#"]
-    known = {words[0]: int(words[1]) for words in told if words[1].isdigit()}
-    left_out = {f"{words[0]}.{operation}" for words in told if not words[1].isdigit() for operation in words[1:]}
+    known, left_out = {}, set()
+    for line in pathlib.Path(table).read_text(encoding="utf-8").splitlines()[1:]:
+        first, *words = line.partition(":")[0].split()
+        known.update((name, int(first)) for name in words if first.isdigit())
+        left_out.update(f"{first}.{operation}" for operation in words if not first.isdigit())
     faults += [f"Java can't call {name}" for name in sorted(missing - left_out)]
     faults += [f"named in the table, but Java can call it: {name}" for name in sorted(left_out - missing)]
     faults += [f"{name}: {counts.get(name, 0)} of {number}" for name, number in known.items() if counts.get(name, 0) < number]
@@ -64,5 +58,4 @@ def main():
     sys.exit(bool(faults))
 
 
-if __name__ == "__main__":
-    main()
+main()
