@@ -37,9 +37,7 @@ std::size_t skipText(std::string_view text, std::size_t at) {
 
 /// Behind the number at `at`; `at` when there is none.
 std::size_t skipNumber(std::string_view text, std::size_t at) {
-    const auto digits = [text](std::size_t from) {
-        return std::min(text.find_first_not_of("0123456789", from), text.size());
-    };
+    const auto digits = [text](std::size_t from) { return std::min(text.find_first_not_of("0123456789", from), text.size()); };
     const auto is = [text](std::size_t i, std::string_view any) { return i < text.size() && any.find(text[i]) != any.npos; };
     const std::size_t first = at + is(at, "-");
     std::size_t end = is(first, "0") ? first + 1 : digits(first);

@@ -115,10 +115,21 @@ struct c_xml::s_parser {
 
     void take_error(const xmlError& error);
     void check_names();
+    void stop() const {
+        if (may_stop) {
+            xmlStopParser(context);
+        }
+    }
     void check_end();
 
     static void handler_of_errors(void* user, xmlErrorPtr error) {
         guarded(user, [&](s_parser& parser) { parser.take_error(*error); });
+    }
+    static void handler_of_library_errors(void* user, xmlErrorPtr error) {
+        s_parser& parser = of(user);
+        parser.may_stop = false; // the input is in use by whoever complains of it
+        handler_of_errors(user, error);
+        parser.may_stop = true;
     }
     static s_parser& of(void* user) { return *static_cast<s_parser*>(user); }
 
@@ -133,7 +144,7 @@ struct c_xml::s_parser {
             step(parser);
         } catch (...) {
             parser.raised = std::current_exception();
-            xmlStopParser(parser.context);
+            parser.stop();
         }
     }
 
@@ -155,6 +166,7 @@ struct c_xml::s_parser {
     std::string text;
     int fault_line = 0;
     std::exception_ptr raised;
+    bool may_stop = true;
 };
 
 void c_xml::s_parser::open() {
@@ -177,9 +189,8 @@ void c_xml::s_parser::open() {
         guarded(user, [](s_parser& parser) { parser.check_names(); });
     };
     handler.internalSubset = [](void* user, const xmlChar*, const xmlChar*, const xmlChar*) {
-        guarded(user, [](s_parser& parser) {
-            parser.fail(error_document_type, get_error_description(error_document_type), parser.line());
-        });
+        guarded(user,
+                [](s_parser& parser) { parser.fail(error_document_type, get_error_description(error_document_type), parser.line()); });
     };
     handler.getEntity = [](void*, const xmlChar* name) { return xmlGetPredefinedEntity(name); };
     handler.resolveEntity = [](void*, const xmlChar*, const xmlChar*) -> xmlParserInputPtr { return nullptr; };
@@ -214,7 +225,7 @@ void c_xml::s_parser::fail(elmx_error kind, std::string description, int at_line
         code = kind;
         text = std::move(description);
         fault_line = at_line;
-        xmlStopParser(context);
+        stop();
     }
 }
 
@@ -238,7 +249,7 @@ void c_xml::s_parser::feed() {
             fail_large("an element with more than " + std::to_string(max_attributes) + " attributes", line());
         } else {
             at_end = count == 0;
-            const c_library_errors errors(handler_of_errors, this);
+            const c_library_errors errors(handler_of_library_errors, this);
             xmlParseChunk(context, piece.data(), static_cast<int>(count), at_end ? 1 : 0);
             if (at_end) {
                 check_end();

@@ -92,8 +92,7 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
                       {path_ + HostFile::getDirSeparator() + member, failure->text, std::to_string(failure->line)},
                       {path_, member, static_cast<std::size_t>(failure->line), 0, failure->text});
     } catch (const std::exception& e) {
-        messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()},
-                      {path_, member, 0, 0, e.what()});
+        messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()}, {path_, member, 0, 0, e.what()});
     }
     return false;
 }
