@@ -187,14 +187,6 @@ TEST_F(ArchiveLint, JudgesJsonAsTheReadersDo) {
 }
 
 TEST_F(ArchiveLint, AndTheReaderLastWithoutMemory) {
-    const auto raises = [](const auto& work) {
-        try {
-            work();
-            return false;
-        } catch (const std::bad_alloc&) {
-            return true;
-        }
-    };
     const std::string text = unknownKeys(3);
     const std::string json = dir_.write("kar.json", text);
     const std::string xml = dir_.write("a.zpfm", "<q:platform xmlns:q='urn:tolvan:zep' q:name='n'><x a='1'>t</x></q:platform>");
@@ -202,9 +194,9 @@ TEST_F(ArchiveLint, AndTheReaderLastWithoutMemory) {
         boost::property_tree::ptree tree;
         HZEPJSONText::read(text, tree);
     };
-    EXPECT_GT(failEachAllocation([&] { return !raises(read); }), 10u);
+    EXPECT_GT(failEachAllocation(read), 10u);
     for (const std::string& file : {json, xml})
-        EXPECT_GT(failEachAllocation([&] { return !raises([&] { HZEPMetadataLint::check(file); }); }), 50u);
+        EXPECT_GT(failEachAllocation([&] { HZEPMetadataLint::check(file); }), 50u);
 }
 
 TEST_F(ArchiveLint, CantReadEverything) {
