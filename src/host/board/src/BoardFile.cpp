@@ -2,9 +2,11 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "BoardFile.h"
 
+#include "../../common/src/JsonAllocator.h"
 #include "HostBoardDataManager.h"
 #include "HostErrors.h"
 #include "HostFileUtils.h"
+#include "HostJson.h"
 
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
@@ -15,7 +17,9 @@
 
 namespace {
 
-using rapidjson::Value;
+using Memory = rapidjson::MemoryPoolAllocator<JsonAllocator>;
+using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Memory, JsonAllocator>;
+using Value = Document::ValueType;
 
 /// A member's value with the way to it, which faults name: "connectors[2].name".
 class Member {
@@ -128,7 +132,9 @@ HostBoard::Data boardOf(const Member& root) {
 
 HostBoard::Data board_file::read(const std::string& path) {
     const std::string text = HostFileUtils::readFile(path, HostBoardDataManager::kMaxFileSize);
-    rapidjson::Document document;
+    if (const std::string refusal = HostJson::getRefusal(text); !refusal.empty())
+        throw HostDataException(refusal);
+    Document document;
     // Not recursive, so the size alone bounds how deep a text can nest.
     document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
     if (document.HasParseError()) {

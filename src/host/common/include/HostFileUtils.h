@@ -4,6 +4,7 @@
 
 #include "HostExport.h"
 
+#include <cstddef>
 #include <string>
 
 /// Operations on path texts and whole files.
@@ -15,8 +16,15 @@ public:
     /// Puts the current directory in front of a relative path and tidies "." and ".."; an empty path stays empty.
     static void makeAbsolutePath(std::string& path);
 
-    /// The whole file. Raises HostError naming the file and the cause; a file above `limit` bytes is refused before it is read.
+    /// The whole file. Raises HostError naming the file and the cause, in its fault too; a file above `limit` bytes is refused before it is
+    /// read. Nothing but regular files is read, here and below: pipes, devices and directories are refused and never waited for.
     static std::string readFile(const std::string& path, unsigned long long limit = kDefaultReadLimit);
+
+    /// The first `count` bytes of a file, or all when there are fewer. Raises HostError as readFile does.
+    static std::string readStart(const std::string& path, std::size_t count);
+
+    /// There is a regular file that can be opened for reading.
+    static bool isReadable(const std::string& path);
 
     /// Largest plain metadata file that is read into memory: 1 GiB.
     static constexpr unsigned long long kDefaultReadLimit = 1ULL << 30;

@@ -3,14 +3,12 @@
 #include "HostXpStreams.h"
 
 #include "HostErrors.h"
-#include "HostFile.h"
+#include "HostFileUtils.h"
 
 #include <zlib.h>
 
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <fstream>
 #include <string_view>
 
 namespace hoststream::iostreams {
@@ -36,11 +34,13 @@ void checkSize(std::uint64_t size) {
 } // namespace
 
 bool xp::is_xp_format(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::array<char, 4096> bytes{};
-    if (!HostFile::isRegularFile(path) || !file || file.read(bytes.data(), bytes.size()).bad())
+    std::string start;
+    try {
+        start = HostFileUtils::readStart(path, 4096);
+    } catch (const HostError&) {
         return false;
-    std::string_view head(bytes.data(), static_cast<std::size_t>(file.gcount()));
+    }
+    std::string_view head(start);
     if (head.starts_with(kMark))
         return true;
     if (head.starts_with(kByteOrderMark))

@@ -42,6 +42,7 @@ class Root;
 class HZEP_EXPORT HZEPDsaXmlReader {
 public:
     /// Most bytes that one read takes out of the members listed as "HPFM" and "EMU_XML", each counted as often as it is listed: 256 MiB.
+    /// One that goes beyond counts as one that can't be read.
     static constexpr std::uint64_t kMaxListedSize = 256ULL << 20;
 
     /// The platform stays the caller's and must outlive the reader. Raises HostFileNotFoundException for an empty path and for a missing
@@ -77,7 +78,7 @@ private:
     void parsePort_(const BasePlatform::Port& source, HPLPort& port);
     void parseFiles_(const BasePlatform::Files& files);
     void parseFile_(const BasePlatform::File& source);
-    void takeListed_(const std::string& member);
+    bool takeListed_(const std::string& member);
     void parseHpfm_(const std::string& member);
     void scanEmulations_(const std::string& member);
     void parseFeatureRom_(const BasePlatform::FeatureRom& source);

@@ -32,10 +32,8 @@ public:
         std::string text;
     };
 
-    /// Largest document that is looked at, in bytes, and the most values in one; what goes beyond gets one finding that says so.
-    static constexpr std::size_t kMaxDocumentSize = std::size_t{64} << 20;
-    static constexpr std::size_t kMaxValues = 1'000'000;
-    /// Findings in one document; a last one tells that there are more. Of an archive, further members are left out behind ten times that.
+    /// Findings in one document, which is no larger than HostJson reads one, be it JSON or XML: what goes beyond gets one finding that says
+    /// so; a last one tells that there are more. Of an archive, further members are left out behind ten times that.
     static constexpr std::size_t kMaxFindings = 1000;
 
     /// All rules, in the order in which they are printed.

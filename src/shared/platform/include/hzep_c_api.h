@@ -14,9 +14,10 @@
  * 3. Null. A returned null means that the platform could not be loaded; the reason went out through the message service, by default
  *    to the standard error. A null path is a caller's error, see 4.
  * 4. Errors. The functions have no exception handler. A C++ exception leaves them for a null path (std::logic_error), for a missing
- *    platform file (HostFileNotFoundException) and for one that does not parse (zep_platform::PlatformParseException). A caller in
- *    plain C can't catch it and the process ends: such a caller gives the path of a platform file that exists and parses, or of an
- *    archive or a software file, whose faults all end in null.
+ *    platform file (HostFileNotFoundException), for one that does not parse (zep_platform::PlatformParseException), and for extension
+ *    metadata of an archive that are no JSON (HZEPJSONTextError) or can't be read (HostError), which are looked at only when the document
+ *    is made. A caller in plain C can't catch it and the process ends: such a caller gives the path of a platform file that exists and
+ *    parses, or of an archive with sound extension metadata or a software file. All other faults of archives end in null.
  * 5. Threads. One call at a time per process.
  */
 

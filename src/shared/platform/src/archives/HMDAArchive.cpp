@@ -6,6 +6,7 @@
 #include "HZEPJSONUtils.h"
 #include "HostErrors.h"
 #include "HostFile.h"
+#include "HostFileUtils.h"
 #include "HostMsgMgr.h"
 #include "HostZip.h"
 #include "HostZipMember.h"
@@ -16,13 +17,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <sstream>
 
 namespace fs = std::filesystem;
 using boost::property_tree::ptree;
-using boost::property_tree::json_parser::json_parser_error;
 
 namespace {
 
@@ -85,8 +84,8 @@ void HMDAArchive::toJSON(zep_platform::JSONObjectWriter& writer) const {
 bool HMDAArchive::parse() {
     try {
         return parseJsonString(readJsonFile());
-    } catch (const json_parser_error& error) {
-        throw json_parser_error(error.message(), file_ + ": " + getJsonFileName(), error.line());
+    } catch (const HZEPJSONTextError& error) {
+        throw error.in(file_, getJsonFileName());
     }
 }
 
@@ -179,7 +178,7 @@ void HMDAArchive::put_(const std::string& type, const std::string& name, const S
     HMDAArchive next(*this);
     next.files_.add(type, name);
     for (const auto& [member, source] : sources)
-        if (!HostFile::isRegularFile(source) || !std::ifstream(source, std::ios_base::binary))
+        if (!HostFileUtils::isReadable(source))
             throw HostUserException(operation + "Could not open file for reading: " + source);
     std::optional<HostZipUpdate> update;
     try {

@@ -10,7 +10,6 @@
 #include "HostZipUpdate.h"
 #include "JSONObjectWriter.h"
 
-#include <fstream>
 #include <optional>
 #include <sstream>
 
@@ -61,7 +60,7 @@ void HZEPHardwarePlatform::archiveFile(const std::string& fileType, const std::s
     platform.removeFileType(fileType);
     platform.addFile(fileType, entryName);
 
-    if (!HostFile::isRegularFile(sourceFile) || !std::ifstream(sourceFile, std::ios_base::binary))
+    if (!HostFileUtils::isReadable(sourceFile))
         throw HostUserException(operation + "Could not open file for reading: " + sourceFile);
     // The document may tell what stands in the very file that goes into the archive with it.
     const Lent entryToCome(entryToCome_, entryName);

@@ -60,6 +60,8 @@ void HZEPEmulationJsonReader::parseFromDsa(std::string archive, std::string memb
     } catch (const HostError&) {
         // Missing, encrypted, too large or damaged: all one here.
         throw HostError(HostMsgMgr::getText({"platform", HostMsgMgr::Error, "@74-34@%s%s", {archive, name}}));
+    } catch (const HZEPJSONTextError& error) {
+        throw error.in(archive, name);
     }
     HZEPEmulationJsonReader(emulations).parseRoot_(root);
 }

@@ -28,8 +28,8 @@ using zep_platform::PlatformLoader;
 
 namespace {
 
-void complain(const char* key, std::vector<std::string> args) {
-    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, key, std::move(args));
+void complain(const char* key, std::vector<std::string> args, HostFault fault = {}) {
+    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, key, std::move(args), std::move(fault));
 }
 
 // A text of this size is read into one tree, which is quicker; the lists of a larger one are read item by item, which saves memory.
@@ -118,8 +118,11 @@ bool HZEPDsaJsonReader::parseHwEmuKAR(const std::string& archive, HwMetadataMode
 bool HZEPDsaJsonReader::parseMember_(const std::string& archive, const std::string& entry) {
     try {
         return parseJsonString(HostZip::readMember(archive, entry));
+    } catch (const HZEPJSONTextError& error) {
+        const HostFault& fault = error.getFault();
+        complain("@74-64@%s%s%s", {entry, archive, error.what()}, fault.file.empty() ? error.in(archive, entry).getFault() : fault);
     } catch (const std::exception& error) {
-        complain("@74-64@%s%s%s", {entry, archive, error.what()});
+        complain("@74-64@%s%s%s", {entry, archive, error.what()}, {archive, entry, 0, 0, error.what()});
     } catch (...) {
         complain("@74-63@%s%s", {entry, archive});
     }

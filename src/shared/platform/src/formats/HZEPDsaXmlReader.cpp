@@ -89,9 +89,10 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
         if (!failure)
             return answer;
         messages.send("platform", HostMsgMgr::CriticalWarning, "@74-62@%s%s%d",
-                      {path_ + HostFile::getDirSeparator() + member, failure->text, std::to_string(failure->line)});
+                      {path_ + HostFile::getDirSeparator() + member, failure->text, std::to_string(failure->line)},
+                      {path_, member, static_cast<std::size_t>(failure->line), 0, failure->text});
     } catch (const std::exception& e) {
-        messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()});
+        messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()}, {path_, member, 0, 0, e.what()});
     }
     return false;
 }
@@ -397,31 +398,32 @@ void HZEPDsaXmlReader::parseFile_(const BasePlatform::File& source) {
         file.setProcessingOrder(source.GetProcessingOrderUtf8());
     if (source.IssetUsedIn())
         file.setUsedIn(source.GetUsedInUtf8());
-    if (isWord(source.GetTypeUtf8(), "HPFM")) {
-        takeListed_(name);
+    if (isWord(source.GetTypeUtf8(), "HPFM"))
         parseHpfm_(name);
-    }
-    if (isWord(source.GetTypeUtf8(), "EMU_XML")) {
-        takeListed_(name);
+    if (isWord(source.GetTypeUtf8(), "EMU_XML"))
         scanEmulations_(name);
-    }
 }
 
-/// A small archive could list one large member any number of times, or many that share their bytes.
-void HZEPDsaXmlReader::takeListed_(const std::string& member) {
-    std::uint64_t size = 0;
+/// A small archive could list one large member any number of times, or many that share their bytes. False for one member too many, which
+/// is not read.
+bool HZEPDsaXmlReader::takeListed_(const std::string& member) {
     try {
-        size = HostZipMember(path_, member, HostZip::kMaxMemberSize).getSize();
+        const std::uint64_t size = HostZipMember(path_, member, HostZip::kMaxMemberSize).getSize();
+        if (size > listedSizeLeft_)
+            return false;
+        listedSizeLeft_ -= size;
     } catch (const HostError&) {
-        return; // whoever reads it says so
+        // Whoever reads it says so.
     }
-    if (size > listedSizeLeft_)
-        throw HostError("the files listed are read up to " + std::to_string(kMaxListedSize) + " bytes in all, which '" + member +
-                        "' exceeds");
-    listedSizeLeft_ -= size;
+    return true;
 }
 
 void HZEPDsaXmlReader::scanEmulations_(const std::string& member) {
+    if (!takeListed_(member)) {
+        const std::string cause = "the files listed are read up to " + std::to_string(kMaxListedSize) + " bytes in all";
+        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-24@%s%d", {member, "0"}, {path_, member, 0, 0, cause});
+        return;
+    }
     HZEPEmulations emulations;
     HZEPEmulationXMLReader::parseFromDsa(path_, member, &emulations);
     for (const HZEPEmulation* emulation : emulations.getEmulations())
@@ -430,13 +432,15 @@ void HZEPDsaXmlReader::scanEmulations_(const std::string& member) {
                 platform_->setSupportsHWEmulation(true);
 }
 
-/// A bad file does not stop the read; what it has to say goes over what the metadata said before.
+/// A bad file does not stop the read, and one that can't be read is an empty one; what it has to say goes over what the metadata said
+/// before.
 void HZEPDsaXmlReader::parseHpfm_(const std::string& member) {
     std::string text;
     try {
-        text = HostZip::readMember(path_, member);
-    } catch (const HostError& e) {
-        std::cout << e.what() << std::endl;
+        if (takeListed_(member))
+            text = HostZip::readMember(path_, member);
+    } catch (const HostError&) {
+        // The reader below complains.
     }
     platform_->setHpfmString(text);
     if (HZEPHpfmReader(text, platform_).parseStream()) {

@@ -73,8 +73,9 @@ void HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(const std::string& path) {
         return;
     }
     Repository repository;
+    lmx60::s_debug_error error;
     const auto failure = catchLmxFailure([&] {
-        const lmx60::elmx_error code = repository.Unmarshal(path.c_str(), nullptr);
+        const lmx60::elmx_error code = repository.Unmarshal(path.c_str(), &error);
         if (code == lmx60::error_none) {
             // Read once as any reader would, for what the model has to say about the file.
             HPLPlatform scratch;
@@ -85,7 +86,7 @@ void HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(const std::string& path) {
         return code;
     });
     if (failure) {
-        complain("@74-260@%s%s%s", {path, std::to_string(failure->line), failure->text});
+        complain("@74-260@%s%s%s", {path, std::to_string(failure->line), failure->text + (error.text.empty() ? "" : ": " + error.text)});
         return;
     }
     if (!markHbmBanks(repository.GetComponent()))

@@ -8,6 +8,7 @@
 #include "HZEPEmulationUtils.h"
 #include "HostErrors.h"
 #include "HostFileUtils.h"
+#include "HostJson.h"
 #include "HostZip.h"
 #include "HostZipSession.h"
 #include "LintText.h"
@@ -64,9 +65,8 @@ std::optional<Kind> findKind(const NamedKind (&table)[Size], const std::string& 
 
 /// The document's tree when it can be checked further.
 std::optional<Node> checkDocument(const std::string& text, Kind kind, Findings& findings) {
-    if (text.size() > HZEPMetadataLint::kMaxDocumentSize) {
-        findings.add(Rule::TooLarge, 1,
-                     "more than " + std::to_string(HZEPMetadataLint::kMaxDocumentSize >> 20) + " MiB of text; not checked");
+    if (text.size() > HostJson::kMaxBytes) {
+        findings.add(Rule::TooLarge, 1, "more than " + std::to_string(HostJson::kMaxBytes >> 20) + " MiB of text; not checked");
         return std::nullopt;
     }
     std::optional<Node> root = lint::isJson(kind) ? lint::readJson(text, findings) : lint::readXml(text, kind, findings);
@@ -220,7 +220,7 @@ std::optional<Kind> recognise(const std::string& path, const std::string& text) 
     const std::size_t point = name.rfind('.', name.rfind('.') - 1);
     if (const auto kind = findKind(kFileNames, name.substr(point == std::string::npos ? 0 : point + 1)))
         return kind;
-    if (text.size() > HZEPMetadataLint::kMaxDocumentSize)
+    if (text.size() > HostJson::kMaxBytes)
         return std::nullopt;
     const std::size_t first = text.find_first_not_of(" \t\r\n", text.starts_with("\xEF\xBB\xBF") ? 3 : 0);
     const char character = first == std::string::npos ? '\0' : text[first];

@@ -35,11 +35,15 @@ std::optional<LmxFileFailure> catchLmxFailure(const Work& work) {
 /// Reads `file` whole into a `Root` and hands that to `use`.
 template <class Root, class Use>
 std::optional<LmxFileFailure> readLmxFile(const std::string& file, const Use& use) {
-    return catchLmxFailure([&] {
+    lmx60::s_debug_error error;
+    auto failure = catchLmxFailure([&] {
         lmx60::elmx_error code = lmx60::error_none;
-        const Root root(file.c_str(), &code);
+        const Root root(file.c_str(), &code, &error);
         if (code == lmx60::error_none)
             use(root);
         return code;
     });
+    if (failure && !error.text.empty())
+        failure->text += ": " + error.text;
+    return failure;
 }
