@@ -109,6 +109,13 @@ TEST_F(ZipUpdate, GathersChangesIntoOneArchive) {
         update.put("gone again", "x");
         EXPECT_TRUE(update.remove("gone again"));
         update.put("empty", "");
+        // What reads see under the lock is what is to come.
+        EXPECT_EQ(update.read("kar.json"), "{\"name\": \"x\"}");
+        EXPECT_EQ(update.read("bin/b.dcp"), HostZip::readMember(archive, "bin/b.dcp"));
+        EXPECT_THAT(errorOf([&] { update.read("bin/a.dcp"); }), HasSubstr("bin/a.dcp: no such member"));
+        EXPECT_THAT(errorOf([&] { update.read("bin/b.dcp", 69'999); }), HasSubstr("more than the limit of 69999"));
+        EXPECT_TRUE(update.contains("empty") && !update.contains("gone again"));
+        EXPECT_THAT(update.getEntryNames(), testing::ElementsAre("kar.json", "bin/", "bin/b.dcp", "bin/c.dcp", "stück.txt", "empty"));
         EXPECT_EQ(dir_.read("plat.kar"), before);
         update.commit();
         EXPECT_FALSE(HostZip::containsFile(archive, "bin/a.dcp"));
@@ -148,7 +155,6 @@ TEST_F(ZipUpdate, WritesWhatReadersTake) {
                         {"noise", noise(300'000, 4)},
                         {"just kept", std::string(64 << 10, 'k')},
                         {"one past", std::string((64 << 10) + 1, 'k')},
-                        // Inflates further than readers allow, unless the writer holds back.
                         {"zeros", std::string(20 << 20, '\0')}};
     {
         HostZipUpdate update(archive_);
@@ -310,11 +316,12 @@ TEST_F(ZipUpdate, RefusesArchivesThatLie) {
         {named("a/../../b"), "leads out"},
         {named("/etc/a"), "is absolute"},
         {named("a\\b"), "a back-slash"},
-        {named(std::string("a\0b", 3)), "a?b: its name holds a zero byte"},
+        {named(std::string("a\0b", 3)), "a\\x00b: its name holds a zero byte"},
         {named(""), "no name"},
         {ofMode(0120777), "a: it is a link"},
         {ofMode(0010644), "a: it is a special file"},
-        {"in front" + plain(), "not where it is announced"},
+        {plain().substr(0, 36) + plain(), "first member"},
+        {"in front" + plain() + plain().substr(directory), "two directories"},
         {plain() + "behind", "not a zip archive"},
         {"", "not a zip archive"},
         {ZipBuilder().add("a", "1").setComment(ZipBuilder().bytes()).bytes(), "two directories"},

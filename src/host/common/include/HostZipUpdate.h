@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// Changes to one existing archive, gathered and put in place together by commit(). Until then, and after any failure, the archive
 /// is what it was; a crash at any moment leaves the old archive or the new one, whole. Members that don't change keep their
@@ -46,6 +47,12 @@ public:
     void begin(const std::string& entry);
     void write(const char* data, std::size_t size);
     void end();
+
+    /// The members as this update would leave them by now: what was begun and not ended is not among them. read() raises HostError as
+    /// HostZip::readMember does, which leaves the update as it is; names come in the order of the directory.
+    std::string read(const std::string& entry, std::uint64_t maxSize = 1ULL << 30) const;
+    bool contains(const std::string& entry) const;
+    std::vector<std::string> getEntryNames() const;
 
     /// False when there is no such member.
     bool remove(const std::string& entry);

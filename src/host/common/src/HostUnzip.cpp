@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
+#include "HostDescriptor.h"
 #include "HostErrors.h"
 #include "HostFile.h"
 #include "HostZip.h"
 #include "HostZipArchive.h"
-#include "HostZipMember.h"
-#include "HostZipSession.h"
 
 #include <cerrno>
 #include <cstring>
@@ -19,29 +18,6 @@
 namespace {
 
 constexpr int kOverwrite = 1;
-
-class Descriptor {
-public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    Descriptor(Descriptor&& other) noexcept : fd_(other.release()) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(fd_, other.fd_);
-        return *this;
-    }
-    ~Descriptor() {
-        if (fd_ >= 0)
-            close(fd_);
-    }
-    int get() const { return fd_; }
-    int release() {
-        const int fd = fd_;
-        fd_ = -1;
-        return fd;
-    }
-
-private:
-    int fd_;
-};
 
 std::vector<std::string> split(const std::string& name) {
     std::vector<std::string> parts;
@@ -77,6 +53,7 @@ std::string getNameFault(const std::string& name) {
 }
 
 struct Item {
+    std::size_t index;
     std::string name;
     std::vector<std::string> parts;
     bool isDirectory;
@@ -92,7 +69,7 @@ std::vector<Item> collect(const HostZipArchive& archive, const std::string& entr
 
     std::vector<Item> items;
     std::set<std::string> names;
-    std::uint64_t compressed = 0;
+    std::uint64_t compressed = 0, total = 0;
     for (std::size_t index = 0; index < archive.getMembers().size(); ++index) {
         const ZipMember& member = archive.getMembers()[index];
         const std::string& name = archive.getName(index);
@@ -108,14 +85,18 @@ std::vector<Item> collect(const HostZipArchive& archive, const std::string& entr
 
         const bool isDirectory = name.ends_with('/');
         if (!isDirectory) {
-            if (const std::string refusal = archive.getRefusal(index, HostZip::kMaxUnpackedSize); !refusal.empty())
+            if (const std::string refusal = ZipMemberReader::getRefusal(archive.getSource(), member, name, HostZip::kMaxUnpackedSize);
+                !refusal.empty())
                 archive.fail(name, refusal);
             // Members that share their bytes make a small archive of any size.
             compressed += member.compressedSize;
             if (compressed > static_cast<std::uint64_t>(archive.getIdentity().size))
                 archive.fail(name, "the members announce more compressed bytes than the archive holds");
+            total += member.size;
+            if (total > HostZip::kMaxTotalSize)
+                archive.fail(name, "the members announce more than " + std::to_string(HostZip::kMaxTotalSize) + " bytes together");
         }
-        items.push_back({name, split(name), isDirectory, (mode & S_IXUSR) != 0});
+        items.push_back({index, name, split(name), isDirectory, (mode & S_IXUSR) != 0});
     }
     return items;
 }
@@ -130,7 +111,7 @@ public:
 
     void unpack(const Item& item) {
         const std::size_t directories = item.parts.size() - (item.isDirectory ? 0 : 1);
-        Descriptor parent(dup(root_.get()));
+        HostDescriptor parent(dup(root_.get()));
         for (std::size_t i = 0; i < directories; ++i)
             parent = enter(parent, item, item.parts[i]);
         if (!item.isDirectory)
@@ -139,16 +120,16 @@ public:
 
 private:
     /// No link is followed, also none that stood below the target before.
-    Descriptor enter(const Descriptor& parent, const Item& item, const std::string& name) {
+    HostDescriptor enter(const HostDescriptor& parent, const Item& item, const std::string& name) {
         if (mkdirat(parent.get(), name.c_str(), 0777) != 0 && errno != EEXIST)
             fail(item);
-        Descriptor child(openat(parent.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        HostDescriptor child(openat(parent.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
         if (child.get() < 0)
             fail(item);
         return child;
     }
 
-    void unpackFile(const Descriptor& parent, const Item& item) {
+    void unpackFile(const HostDescriptor& parent, const Item& item) {
         const char* name = item.parts.back().c_str();
         struct stat present {};
         if (fstatat(parent.get(), name, &present, AT_SYMLINK_NOFOLLOW) == 0) {
@@ -157,7 +138,7 @@ private:
             if (unlinkat(parent.get(), name, 0) != 0)
                 fail(item);
         }
-        const Descriptor file(
+        const HostDescriptor file(
             openat(parent.get(), name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, item.isExecutable ? 0777 : 0666));
         if (file.get() < 0)
             fail(item);
@@ -169,30 +150,27 @@ private:
         }
     }
 
-    void copy(const Descriptor& file, const Item& item) {
-        HostZipMember member(archive_.getPath(), item.name, HostZip::kMaxUnpackedSize);
-        std::vector<char> buffer(std::min<std::uint64_t>(member.getSize() + 1, 256 << 10));
-        while (const std::size_t got = member.read(buffer.data(), buffer.size())) {
-            for (std::size_t done = 0; done < got;) {
-                const ssize_t written = write(file.get(), buffer.data() + done, got - done);
+    void copy(const HostDescriptor& file, const Item& item) {
+        archive_.openMember(item.index, HostZip::kMaxUnpackedSize).forEachPiece([&](const char* data, std::size_t size) {
+            for (std::size_t done = 0; done < size;) {
+                const ssize_t written = write(file.get(), data + done, size - done);
                 if (written < 0 && errno != EINTR)
                     fail(item);
                 done += written > 0 ? static_cast<std::size_t>(written) : 0;
             }
-        }
+        });
     }
 
     [[noreturn]] void fail(const Item& item) const { archive_.fail(item.name, std::string("cannot be unpacked: ") + std::strerror(errno)); }
 
     const HostZipArchive& archive_;
-    Descriptor root_;
+    HostDescriptor root_;
     bool overwrites_;
 };
 
 } // namespace
 
 bool HostZip::uncompressDir(const std::string& archive, const std::string& entry, const std::string& directory, int flags) {
-    const HostZipSession session(archive);
     const auto open = HostZipArchive::open(archive);
     const std::vector<Item> items = collect(*open, entry);
     if (items.empty())

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZipDirectory.h"
+#include "ZipMemberReader.h"
 
 #include <array>
 #include <cstddef>
@@ -13,6 +14,8 @@
 #include <vector>
 
 #include <openssl/evp.h>
+
+class HostZipArchive;
 
 /// The digest of an archive, its place at the end of the archive's comment, and the table behind it; see docs/archive.md.
 namespace zip_digest {
@@ -67,9 +70,9 @@ struct Entry {
 std::string compute(std::vector<Entry> table);
 
 /// Of the member as it is read from the archive; that of nothing for a folder.
-Hash hashMember(const std::string& archive, const std::string& name);
+Hash hashMember(const ZipMemberReader::Source& archive, const ZipMember& member, const std::string& name);
 
 /// Reads all members. Raises HostError.
-std::string compute(const std::string& archive, int revision);
+std::string compute(const HostZipArchive& archive, int revision);
 
 } // namespace zip_digest

@@ -4,12 +4,12 @@
 
 #include "HostErrors.h"
 #include "HostReplacement.h"
-#include "HostText.h"
+#include "HostZip.h"
 #include "HostZipArchive.h"
 #include "HostZipDigest.h"
-#include "HostZipSession.h"
 #include "ZipDeflate.h"
 #include "ZipDirectory.h"
+#include "ZipFault.h"
 #include "ZipFile.h"
 #include "ZipName.h"
 
@@ -65,31 +65,33 @@ struct HostZipUpdate::State {
         zip_digest::Sha256 hash;
     };
 
-    explicit State(const std::string& path) : State(path, ZipFile::openArchive(path)) {}
+    explicit State(const std::string& path) : State(path, HostZipArchive::openFresh(path, HostZipArchive::Everything)) {}
 
     /// Without an old archive a new one is made.
-    State(const std::string& path, std::optional<ZipFile> oldFile)
-        : archive(path), old(std::move(oldFile)), identity(old ? identify(*old) : HostFileIdentity()),
-          directory(old ? ZipDirectory::read(old->get(), path) : ZipDirectory()), replacement(path),
-          file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
-        hasSoundTable = isTableSound();
-        slots.reserve(directory.members.size());
-        for (ZipMember& member : directory.members) {
-            byName.emplace(getZipName(member), slots.size());
-            slots.push_back({std::move(member)});
-        }
-        directory.members.clear();
+    State(const std::string& path, std::shared_ptr<HostZipArchive> oldArchive)
+        : archive(path), old(std::move(oldArchive)), replacement(path), file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
+        if (old)
+            takeOver(old->getDirectory());
     }
 
-    [[noreturn]] void fail(const std::string& entry, const std::string& cause) const {
-        throw HostError(archive + ": " + HostText::makePrintable(entry) + ": " + cause);
+    void takeOver(const ZipDirectory& directory) {
+        comment = directory.comment;
+        position = directory.start;
+        hasSoundTable = isTableSound(directory);
+        slots.reserve(directory.members.size());
+        for (const ZipMember& member : directory.members) {
+            byName.emplace(old->getName(slots.size()), slots.size());
+            slots.push_back({member});
+        }
     }
+
+    [[noreturn]] void fail(const std::string& entry, const std::string& cause) const { failMember(archive, entry, cause); }
 
     /// Until the change has succeeded no other one is let in.
     template <class Change>
     void change(const Change& change) {
         if (std::exchange(isBroken, true))
-            throw HostError(archive + ": an earlier change of it failed");
+            failArchive(archive, "an earlier change of it failed");
         change();
         isBroken = false;
         isChanged = true;
@@ -186,19 +188,35 @@ struct HostZipUpdate::State {
         end();
     }
 
-    bool remove(const std::string& entry) {
+    Slot* find(const std::string& entry) {
         const auto found = byName.find(entry);
-        if (found == byName.end() || slots[found->second].isGone)
+        return found == byName.end() || slots[found->second].isGone ? nullptr : &slots[found->second];
+    }
+
+    bool remove(const std::string& entry) {
+        Slot* const slot = find(entry);
+        if (!slot)
             return false;
         drop(entry);
-        slots[found->second].isGone = true;
+        slot->isGone = true;
         return true;
+    }
+
+    std::string read(const std::string& entry, std::uint64_t maxSize) {
+        if (isBroken)
+            failArchive(archive, "an earlier change of it failed");
+        const Slot* const slot = find(entry);
+        if (!slot)
+            fail(entry, "no such member");
+        const ZipMemberReader::Source source = slot->isNew ? ZipMemberReader::Source{file.get(), position, archive} : old->getSource();
+        return ZipMemberReader(source, slot->member, entry, maxSize).readAll();
     }
 
     void commit() {
         if (writing)
             fail(writing->member.name, "not ended");
-        directory.comment = zip_digest::split(directory.comment).text;
+        ZipDirectory directory;
+        comment = zip_digest::split(comment).text;
         if (wantsDigest)
             stamp();
         else
@@ -209,22 +227,24 @@ struct HostZipUpdate::State {
             if (!slot.isGone)
                 directory.members.push_back(std::move(slot.member));
         if (directory.members.size() > kMaxMembers)
-            throw HostError(archive + ": more than " + std::to_string(kMaxMembers) + " members");
+            failArchive(archive, "more than " + std::to_string(kMaxMembers) + " members");
+        directory.comment = comment;
+        directory.shift = old ? old->getDirectory().shift : 0;
         const std::string bytes = directory.render(position);
         if (bytes.size() > kMaxDirectorySize)
-            throw HostError(archive + ": its directory is larger than " + std::to_string(kMaxDirectorySize) + " bytes");
+            failArchive(archive, "its directory is larger than " + std::to_string(kMaxDirectorySize) + " bytes");
         file.writeAt(position, bytes);
         file.truncate(position + bytes.size());
         file.close();
-        if (old && !(identify(ZipFile::openArchive(archive)) == identity))
-            throw HostError(archive + ": changed by somebody else meanwhile");
+        if (old && !(identify(ZipFile::openArchive(archive)) == old->getIdentity()))
+            failArchive(archive, "changed by somebody else meanwhile");
         replacement.commit();
     }
 
 private:
     Writing& current() {
         if (!writing)
-            throw HostError(archive + ": no member was begun");
+            failArchive(archive, "no member was begun");
         return *writing;
     }
 
@@ -234,7 +254,10 @@ private:
         w.out.clear();
     }
 
+    /// With what stands in front of the members.
     void copyKept() {
+        if (old)
+            file.copyFrom(old->getDescriptor(), 0, 0, old->getDirectory().start);
         std::vector<ZipMember*> kept;
         for (Slot& slot : slots)
             if (!slot.isNew && !slot.isGone)
@@ -247,13 +270,13 @@ private:
                 end = kept[first]->end;
                 kept[first]->offset += position - start;
             }
-            file.copyFrom(*old, start, position, end - start);
+            file.copyFrom(old->getDescriptor(), start, position, end - start);
             position += end - start;
         }
     }
 
     /// The hashes beside the old members are those that the old stamp speaks of: no content has to be read to know them.
-    bool isTableSound() const {
+    static bool isTableSound(const ZipDirectory& directory) {
         const zip_digest::Comment stamped = zip_digest::split(directory.comment);
         if (stamped.revision != 2)
             return false;
@@ -273,31 +296,33 @@ private:
 
     /// Content is read only of members that no sound hash is known of.
     void stamp() {
-        const HostZipSession session(archive);
         std::vector<zip_digest::Entry> table;
+        std::uint64_t total = 0;
         for (Slot& slot : slots) {
             if (slot.isGone)
                 continue;
+            if (slot.member.size > HostZip::kMaxTotalSize - total)
+                failArchive(archive, "more than " + std::to_string(HostZip::kMaxTotalSize) + " bytes of content");
+            total += slot.member.size;
             const std::string name = getZipName(slot.member);
             if (!slot.hash && hasSoundTable)
                 slot.hash = zip_digest::getHash(slot.member);
             if (!slot.hash)
-                slot.hash = zip_digest::hashMember(archive, name);
+                slot.hash = zip_digest::hashMember(old->getSource(), slot.member, name);
             zip_digest::setHash(slot.member, *slot.hash);
             table.push_back({name, slot.member.size, *slot.hash});
         }
         try {
-            directory.comment = zip_digest::join(directory.comment, zip_digest::compute(std::move(table)));
+            comment = zip_digest::join(comment, zip_digest::compute(std::move(table)));
         } catch (const HostError& error) {
-            throw HostError(archive + ": " + error.what());
+            failArchive(archive, error.what());
         }
     }
 
 public:
     std::string archive;
-    std::optional<ZipFile> old;
-    HostFileIdentity identity;
-    ZipDirectory directory;
+    std::shared_ptr<HostZipArchive> old;
+    std::string comment;
     HostReplacement replacement;
     ZipFile file;
     std::vector<Slot> slots;                   // in the order of the directory
@@ -316,7 +341,7 @@ HostZipUpdate::HostZipUpdate(std::unique_ptr<State> state) : state_(std::move(st
 HostZipUpdate::~HostZipUpdate() = default;
 
 HostZipUpdate HostZipUpdate::create(const std::string& archive) {
-    auto state = std::make_unique<State>(archive, std::nullopt);
+    auto state = std::make_unique<State>(archive, nullptr);
     state->isChanged = true;
     return HostZipUpdate(std::move(state));
 }
@@ -353,6 +378,22 @@ bool HostZipUpdate::remove(const std::string& entry) {
     state_->change([&] { removed = state_->remove(entry); });
     state_->isChanged = wasChanged || removed;
     return removed;
+}
+
+std::string HostZipUpdate::read(const std::string& entry, std::uint64_t maxSize) const {
+    return state_->read(entry, maxSize);
+}
+
+bool HostZipUpdate::contains(const std::string& entry) const {
+    return state_->find(entry) != nullptr;
+}
+
+std::vector<std::string> HostZipUpdate::getEntryNames() const {
+    std::vector<std::string> names;
+    for (const State::Slot& slot : state_->slots)
+        if (!slot.isGone)
+            names.push_back(getZipName(slot.member));
+    return names;
 }
 
 void HostZipUpdate::attachDigest() {

@@ -3,7 +3,6 @@
 #include "ZipDeflate.h"
 
 #include "HostErrors.h"
-#include "HostZip.h"
 
 #include <algorithm>
 
@@ -35,9 +34,7 @@ void ZipDeflate::add(const char* data, std::size_t size, std::string& out) {
         stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data));
         stream_.avail_in = static_cast<uInt>(step);
         crc_ = crc32(crc_, stream_.next_in, stream_.avail_in);
-        // What inflates too far is refused by readers, and long runs of one byte would: each flush costs five bytes.
-        const bool isTooSmall = getSize() > HostZip::kRatioFloor / 2 && getCompressedSize() * (HostZip::kMaxRatio * 9 / 10) < getSize();
-        run(isTooSmall ? Z_SYNC_FLUSH : Z_NO_FLUSH, out);
+        run(Z_NO_FLUSH, out);
         data += step;
         size -= step;
     }

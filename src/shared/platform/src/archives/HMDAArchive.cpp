@@ -99,7 +99,7 @@ std::string HMDAArchive::readJsonFile() const {
         return complain("@74-89@%s", {file_});
     std::optional<HostZipMember> member;
     try {
-        member.emplace(file_, getJsonFileName(), HostZip::kMaxMemberSize);
+        member.emplace(file_, getJsonFileName(), HostZip::kMaxMetadataSize);
     } catch (const HostError&) {
         return complain("@74-67@%s%s", {getJsonFileName(), file_});
     }

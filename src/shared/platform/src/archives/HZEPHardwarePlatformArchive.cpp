@@ -103,8 +103,8 @@ void HZEPHardwarePlatform::attachDigest() const {
 
 std::string HZEPHardwarePlatform::readEntry_(const std::string& entry) const {
     if (!sourceToCome_.empty() && entry == entryToCome_)
-        return HostFileUtils::readFile(sourceToCome_, HostZip::kMaxMemberSize);
+        return HostFileUtils::readFile(sourceToCome_, HostZip::kMaxMetadataSize);
     const std::string archive = getPlatformFile();
     const HostZipSession session(archive);
-    return HostZip::containsFile(archive, entry) ? HostZip::readMember(archive, entry) : "";
+    return HostZip::containsFile(archive, entry) ? HostZip::readMember(archive, entry, HostZip::kMaxMetadataSize) : "";
 }

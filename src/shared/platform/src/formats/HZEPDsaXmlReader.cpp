@@ -79,7 +79,7 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
             BasePlatform::Root root;
             lmx60::elmx_error code;
             {
-                const std::string text = HostZip::readMember(path_, member);
+                const std::string text = HostZip::readMember(path_, member, HostZip::kMaxMetadataSize);
                 code = root.Unmarshal(text.data(), text.size(), nullptr);
             }
             if (code == lmx60::error_none)
@@ -411,7 +411,7 @@ void HZEPDsaXmlReader::parseFile_(const BasePlatform::File& source) {
 void HZEPDsaXmlReader::takeListed_(const std::string& member) {
     std::uint64_t size = 0;
     try {
-        size = HostZipMember(path_, member, HostZip::kMaxMemberSize).getSize();
+        size = HostZipMember(path_, member, HostZip::kMaxMetadataSize).getSize();
     } catch (const HostError&) {
         return; // whoever reads it says so
     }
@@ -434,7 +434,7 @@ void HZEPDsaXmlReader::scanEmulations_(const std::string& member) {
 void HZEPDsaXmlReader::parseHpfm_(const std::string& member) {
     std::string text;
     try {
-        text = HostZip::readMember(path_, member);
+        text = HostZip::readMember(path_, member, HostZip::kMaxMetadataSize);
     } catch (const HostError& e) {
         std::cout << e.what() << std::endl;
     }
