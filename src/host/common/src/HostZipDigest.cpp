@@ -19,11 +19,6 @@ constexpr std::size_t kFieldSize = 1 + 8 + 4 + std::tuple_size_v<Hash>;
 // The longest 64-bit field, which goes beside ours.
 constexpr std::size_t kWideFieldSize = 4 + 24;
 
-void check(int ok) {
-    if (!ok)
-        throw HostError("the digest SHA-256 is not available");
-}
-
 std::string toHex(const Hash& hash) {
     std::string text;
     for (const unsigned char byte : hash) {
@@ -72,20 +67,6 @@ int findRevision(const std::string& label) {
 }
 
 } // namespace
-
-zip_digest::Sha256::Sha256() : context_(EVP_MD_CTX_new(), EVP_MD_CTX_free) {
-    check(context_ && EVP_DigestInit_ex(context_.get(), EVP_sha256(), nullptr));
-}
-
-void zip_digest::Sha256::add(const char* data, std::size_t size) {
-    check(EVP_DigestUpdate(context_.get(), data, size));
-}
-
-zip_digest::Hash zip_digest::Sha256::finish() {
-    Hash hash;
-    check(EVP_DigestFinal_ex(context_.get(), hash.data(), nullptr));
-    return hash;
-}
 
 zip_digest::Comment zip_digest::split(const std::string& comment) {
     static_assert(sizeof kLabel1 == sizeof kLabel2);
