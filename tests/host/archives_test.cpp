@@ -342,6 +342,7 @@ TEST(Unpack, name_that_could_land_elsewhere_is_refused_before_anything_is_writte
         EXPECT_THAT(raised([&] { HostZip::uncompressDir(archive, "", dir.path("out"), 1); }),
                     StartsWith(archive + ": " + HostText::makePrintable(name) + ": "))
             << name;
+        EXPECT_THAT(raised([&] { HostZip::extractMember(archive, name, dir.path("out")); }), HasSubstr(": its name ")) << name;
         EXPECT_FALSE(HostFile::exists(dir.path("out"))) << name;
         EXPECT_FALSE(HostFile::exists(dir.path("evil"))) << name;
     }

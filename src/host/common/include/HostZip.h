@@ -62,7 +62,8 @@ public:
     static std::string readMember(const std::string& archive, const std::string& entry, std::uint64_t maxSize = kMaxMemberSize);
 
     /// Writes the member into the file, piece by piece, at most kMaxUnpackedSize bytes. The file appears, or is replaced, whole or not at
-    /// all. Raises HostError as readMember does, and for a file that can't be written.
+    /// all. Raises HostError as readMember does, for a name that no file may bear (as HostZipUpdate::getNameFault says it), and for a file
+    /// that can't be written.
     static void extractMember(const std::string& archive, const std::string& entry, const std::string& file);
 
     /// Why the file can't be opened as an archive, in a few words; "" when it can.

@@ -14,9 +14,14 @@
 /// is what it was; a crash at any moment leaves the old archive or the new one, whole. Members that don't change keep their
 /// compressed bytes, whatever their method. Equal changes to equal archives give equal bytes: times are fixed.
 ///
+/// From the first reading on the archive is held against everyone else who changes it: they wait, at most as long as
+/// HostFileUtils::kLockTimeLimit says, and read what this one has left; readers don't wait. A thread that has an update of an archive gets
+/// an error for a second one. The hold ends with commit(), with a failure, or with the object.
+///
 /// Every operation raises HostError with archive, member and cause, and nothing can be done with the object afterwards. An archive
 /// is refused as a whole when two members bear one name, members overlap each other or the directory, a local header contradicts
-/// the directory, a name would land outside of a folder, a member is a link or a special file, or a limit is passed.
+/// the directory, a name would land outside of a folder, a member is a link or a special file, or a limit is passed. What stands in front
+/// of an archive, such as the program that unpacks it, stays there.
 class HOST_EXPORT HostZipUpdate {
 public:
     /// Most members of an archive, also of one that is only read.
@@ -26,7 +31,7 @@ public:
     /// Largest content of unknown length, written piece by piece: 3.75 GiB. A file or text may be larger.
     static constexpr std::uint64_t kMaxStreamedSize = 15ULL << 28;
 
-    /// Reads the archive's directory and checks it.
+    /// Waits for others, reads the archive's directory and checks it. Refuses an archive that may not be written, though its folder may.
     explicit HostZipUpdate(const std::string& archive);
     /// Without commit() nothing has changed and nothing is left behind.
     ~HostZipUpdate();
@@ -60,7 +65,9 @@ public:
     /// Has commit() stamp the digest of HostZip::attachDigestEn. Without this an old digest is taken off: it would no longer hold.
     void attachDigest();
 
-    /// Puts the new archive in place of the old one. Raises HostError too when somebody else has changed the archive meanwhile.
+    /// Puts the new archive in place of the old one, and ends this update. Raises HostError too when somebody who knows of no lock, or on
+    /// a file system that has none, has changed the archive meanwhile. After one error the new archive is in place: when the folder could
+    /// not be synced, which the text says.
     void commit();
 
 private:

@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HostFileUtils.h"
 
+#include "HostDescriptor.h"
 #include "HostErrors.h"
+#include "HostFileLock.h"
 #include "HostReplacement.h"
 
 #include <algorithm>
@@ -20,21 +22,6 @@ void stripTrailingSeparators(std::string& path) {
     while (path.size() > 1 && path.back() == '/')
         path.pop_back();
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    ~Descriptor() {
-        if (fd_ >= 0)
-            close(fd_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int get() const { return fd_; }
-
-private:
-    int fd_;
-};
 
 } // namespace
 
@@ -57,11 +44,13 @@ void HostFileUtils::makeAbsolutePath(std::string& path) {
 }
 
 std::string HostFileUtils::readFile(const std::string& path, unsigned long long limit) {
-    const auto fail = [&path](const std::string& cause) { throw HostError("cannot read the file '" + path + "': " + cause); };
+    const auto fail = [&path](const std::string& cause) {
+        throw HostError("cannot read the file '" + path + "': " + cause, HostFault{path, "", 0, 0, cause});
+    };
     if (path.empty() || path.find('\0') != std::string::npos)
         fail("not a file name");
     // Not blocking, so that a pipe that nobody writes to is no trap.
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const HostDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat info {};
     if (file.get() < 0 || fstat(file.get(), &info) != 0)
         fail(std::strerror(errno));
@@ -90,6 +79,10 @@ std::string HostFileUtils::readFile(const std::string& path, unsigned long long 
     }
     text.resize(size);
     return text;
+}
+
+void HostFileUtils::setLockTimeLimit(std::chrono::milliseconds limit) {
+    HostFileLock::setTimeLimit(limit);
 }
 
 void HostFileUtils::writeFileAtomically(const std::string& path, const std::string& bytes) {

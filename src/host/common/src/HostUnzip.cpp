@@ -5,6 +5,7 @@
 #include "HostFile.h"
 #include "HostZip.h"
 #include "HostZipArchive.h"
+#include "ZipName.h"
 
 #include <cerrno>
 #include <cstring>
@@ -27,29 +28,6 @@ std::vector<std::string> split(const std::string& name) {
         begin = end + 1;
     }
     return parts;
-}
-
-/// Why the member's name must not become a path; "" for a sound one.
-std::string getNameFault(const std::string& name) {
-    if (name.starts_with('/'))
-        return "has an absolute name";
-    for (const char c : name) {
-        if (c == '\\')
-            return "has a backslash in its name";
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
-            return "has a control character in its name";
-    }
-    const std::vector<std::string> parts = split(name);
-    if (parts.empty())
-        return "has no name";
-    if (parts.size() > HostZip::kMaxNameParts)
-        return "has more than " + std::to_string(HostZip::kMaxNameParts) + " parts in its name";
-    if (parts[0].size() >= 2 && parts[0][1] == ':')
-        return "has a drive letter in its name";
-    for (const std::string& part : parts)
-        if (part.empty() || part == "." || part == "..")
-            return "has the part '" + part + "' in its name";
-    return "";
 }
 
 struct Item {
@@ -75,7 +53,7 @@ std::vector<Item> collect(const HostZipArchive& archive, const std::string& entr
         const std::string& name = archive.getName(index);
         if (!name.starts_with(below) || !names.insert(name).second)
             continue;
-        if (const std::string fault = getNameFault(name); !fault.empty())
+        if (const std::string fault = getZipPathFault(name); !fault.empty())
             archive.fail(name, fault);
 
         constexpr unsigned unixSystem = 3;

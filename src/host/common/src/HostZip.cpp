@@ -6,6 +6,8 @@
 #include "HostReplacement.h"
 #include "HostZipArchive.h"
 #include "HostZipMember.h"
+#include "ZipFault.h"
+#include "ZipName.h"
 
 bool HostZip::containsFile(const std::string& archive, const std::string& entry) {
     try {
@@ -21,6 +23,8 @@ std::string HostZip::readMember(const std::string& archive, const std::string& e
 
 void HostZip::extractMember(const std::string& archive, const std::string& entry, const std::string& file) {
     HostZipMember member(archive, entry, kMaxUnpackedSize);
+    if (const std::string fault = getZipPathFault(entry); !fault.empty())
+        failMember(archive, entry, fault);
     HostReplacement replacement(file);
     std::vector<char> buffer(256 << 10);
     while (const std::size_t got = member.read(buffer.data(), buffer.size()))

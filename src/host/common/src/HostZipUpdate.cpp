@@ -65,13 +65,19 @@ struct HostZipUpdate::State {
         zip_digest::Sha256 hash;
     };
 
-    explicit State(const std::string& path) : State(path, HostZipArchive::openFresh(path, HostZipArchive::Everything)) {}
-
-    /// Without an old archive a new one is made.
-    State(const std::string& path, std::shared_ptr<HostZipArchive> oldArchive)
-        : archive(path), old(std::move(oldArchive)), replacement(path), file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
+    /// The old archive, unless a new one is made, is read when nobody else can change it any more.
+    State(const std::string& path, bool isNew)
+        : archive(path), replacement(std::in_place, path),
+          old(isNew ? nullptr : HostZipArchive::openFresh(path, HostZipArchive::Everything)),
+          file(ZipFile::openTemporary(replacement->getTemporaryPath(), path)) {
         if (old)
             takeOver(old->getDirectory());
+    }
+
+    static std::unique_ptr<State> open(const std::string& path) {
+        // What is no file is told before a file is made beside it.
+        ZipFile::openArchive(path);
+        return std::make_unique<State>(path, false);
     }
 
     void takeOver(const ZipDirectory& directory) {
@@ -87,14 +93,23 @@ struct HostZipUpdate::State {
 
     [[noreturn]] void fail(const std::string& entry, const std::string& cause) const { failMember(archive, entry, cause); }
 
-    /// Until the change has succeeded no other one is let in.
+    /// A change that fails is the last one: others may have the archive then.
     template <class Change>
     void change(const Change& change) {
-        if (std::exchange(isBroken, true))
+        if (isBroken)
             failArchive(archive, "an earlier change of it failed");
-        change();
-        isBroken = false;
+        try {
+            change();
+        } catch (...) {
+            giveUp();
+            throw;
+        }
         isChanged = true;
+    }
+
+    void giveUp() {
+        isBroken = true;
+        replacement.reset();
     }
 
     void begin(const std::string& entry, std::uint64_t announced) {
@@ -236,9 +251,11 @@ struct HostZipUpdate::State {
         file.writeAt(position, bytes);
         file.truncate(position + bytes.size());
         file.close();
+        replacement->seal();
+        // Only who knows of no locks could have done it.
         if (old && !(identify(ZipFile::openArchive(archive)) == old->getIdentity()))
             failArchive(archive, "changed by somebody else meanwhile");
-        replacement.commit();
+        replacement->commit();
     }
 
 private:
@@ -321,9 +338,9 @@ private:
 
 public:
     std::string archive;
+    std::optional<HostReplacement> replacement; // until all is done
     std::shared_ptr<HostZipArchive> old;
     std::string comment;
-    HostReplacement replacement;
     ZipFile file;
     std::vector<Slot> slots;                   // in the order of the directory
     std::map<std::string, std::size_t> byName; // no hash that names could be made to collide in
@@ -336,18 +353,18 @@ public:
     bool isBroken = false;
 };
 
-HostZipUpdate::HostZipUpdate(const std::string& archive) : state_(new State(archive)) {}
+HostZipUpdate::HostZipUpdate(const std::string& archive) : state_(State::open(archive)) {}
 HostZipUpdate::HostZipUpdate(std::unique_ptr<State> state) : state_(std::move(state)) {}
 HostZipUpdate::~HostZipUpdate() = default;
 
 HostZipUpdate HostZipUpdate::create(const std::string& archive) {
-    auto state = std::make_unique<State>(archive, nullptr);
+    auto state = std::make_unique<State>(archive, true);
     state->isChanged = true;
     return HostZipUpdate(std::move(state));
 }
 
 std::string HostZipUpdate::getNameFault(const std::string& entry) {
-    if (const char* fault = getZipNameFault(entry))
+    if (std::string fault = getZipPathFault(entry); !fault.empty())
         return fault;
     return entry.ends_with('/') ? "is the name of a folder" : "";
 }
@@ -401,8 +418,7 @@ void HostZipUpdate::attachDigest() {
 }
 
 void HostZipUpdate::commit() {
-    if (!state_->isChanged && !state_->isBroken)
-        return;
-    state_->change([&] { state_->commit(); });
-    state_->isBroken = true;
+    if (state_->isChanged || state_->isBroken)
+        state_->change([&] { state_->commit(); });
+    state_->giveUp();
 }

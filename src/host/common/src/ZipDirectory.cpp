@@ -278,10 +278,9 @@ private:
         std::vector<const ZipMember*> sorted;
         sorted.reserve(members.size());
         for (const ZipMember& member : members) {
-            if (const char* fault = getZipNameFault(member.name))
-                fail(member, fault);
-            if (const char* fault = getZipNameFault(getZipName(member)))
-                fail(member, fault);
+            for (const std::string& name : {member.name, getZipName(member)})
+                if (const std::string fault = getZipNameFault(name); !fault.empty())
+                    fail(member, fault);
             constexpr int unixSystem = 3;
             const std::uint32_t type = member.madeBy >> 8 == unixSystem ? member.externalAttributes >> 16 & S_IFMT : 0;
             if (type == S_IFLNK)
