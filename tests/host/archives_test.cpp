@@ -4,6 +4,7 @@
 #include "HostFile.h"
 #include "HostFileUtils.h"
 #include "HostText.h"
+#include "HostXpStreams.h"
 #include "HostZip.h"
 #include "HostZipSession.h"
 #include "HostZipStreams.h"
@@ -152,6 +153,9 @@ TEST(Archive, plain_file_is_a_source_too) {
     boost::iostreams::stream<file_source> in(file_source(dir.write("plain", "text\n"), std::ios::in | std::ios::binary));
     EXPECT_EQ(readStream(in), "text\n");
     EXPECT_THAT(raised([&] { file_source(dir.path("missing"), std::ios::in); }), HasSubstr("missing"));
+    mkfifo(dir.path("pipe").c_str(), 0600);
+    EXPECT_THAT(raised([&] { file_source(dir.path("pipe"), std::ios::in); }), HasSubstr("pipe': not a regular file"));
+    EXPECT_FALSE(hoststream::iostreams::xp::is_xp_format(dir.path("pipe")));
 }
 
 TEST(ArchiveDamage, cut_anywhere_is_an_error_and_no_crash) {

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HostFileLock.h"
 
-#include "HostErrors.h"
+#include "HostFail.h"
 #include "HostFile.h"
 #include "HostFileUtils.h"
 
@@ -140,7 +140,7 @@ void HostFileLock::release() {
 }
 
 void HostFileLock::fail(const char* step, const std::string& cause) const {
-    throw HostError(std::string("cannot ") + step + " the file '" + path_ + "': " + cause, HostFault{path_, "", 0, 0, cause});
+    failPath(std::string("cannot ") + step + " the file", path_, cause);
 }
 
 void HostFileLock::fail(const char* step) const {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HostDescriptor.h"
-#include "HostErrors.h"
+#include "HostFail.h"
 #include "HostFile.h"
 #include "HostZip.h"
 #include "HostZipArchive.h"
@@ -84,7 +84,7 @@ public:
     Unpacker(const HostZipArchive& archive, const std::string& directory, bool overwrites)
         : archive_(archive), root_(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)), overwrites_(overwrites) {
         if (root_.get() < 0)
-            throw HostError("cannot open the directory '" + directory + "': " + std::strerror(errno));
+            failPath("cannot open the directory", directory, std::strerror(errno));
     }
 
     void unpack(const Item& item) {

@@ -38,18 +38,18 @@ std::string headOf(const std::string& name, std::uint64_t size) {
 
 /// By name, each one once; no more content than a call may read.
 template <class Item>
-void sortAndCheck(std::vector<Item>& items) {
+void sortAndCheck(const std::string& archive, std::vector<Item>& items) {
     std::sort(items.begin(), items.end(), [](const Item& a, const Item& b) { return a.name < b.name; });
     // Names in different encodings may become one; the second member would go unseen.
     const auto twin = std::adjacent_find(items.begin(), items.end(), [](const Item& a, const Item& b) { return a.name == b.name; });
     if (twin != items.end())
-        throw HostError(twin->name + ": there are two of this name");
+        failMember(archive, twin->name, "there are two of this name");
     std::uint64_t total = 0;
     for (const Item& item : items) {
         if (item.name.ends_with('/') && item.size != 0)
-            throw HostError(item.name + ": a folder with content");
+            failMember(archive, item.name, "a folder with content");
         if (item.size > HostZip::kMaxTotalSize - total)
-            throw HostError("more than " + std::to_string(HostZip::kMaxTotalSize) + " bytes of content");
+            failArchive(archive, "more than " + std::to_string(HostZip::kMaxTotalSize) + " bytes of content");
         total += item.size;
     }
 }
@@ -138,8 +138,8 @@ void zip_digest::dropHash(ZipMember& member) {
     member.extra = std::move(kept);
 }
 
-std::string zip_digest::compute(std::vector<Entry> table) {
-    sortAndCheck(table);
+std::string zip_digest::compute(const std::string& archive, std::vector<Entry> table) {
+    sortAndCheck(archive, table);
     Sha256 digest;
     for (const Entry& entry : table) {
         digest.add(headOf(entry.name, entry.size));
@@ -163,11 +163,7 @@ std::string zip_digest::compute(const HostZipArchive& archive, int revision) {
     std::vector<Item> items;
     for (std::size_t i = 0; i < archive.getMembers().size(); ++i)
         items.push_back({archive.getName(i), archive.getMembers()[i].size, &archive.getMembers()[i]});
-    try {
-        sortAndCheck(items);
-    } catch (const HostError& error) {
-        failArchive(archive.getPath(), error.what());
-    }
+    sortAndCheck(archive.getPath(), items);
     Sha256 whole;
     for (const Item& item : items) {
         whole.add(headOf(item.name, item.size));

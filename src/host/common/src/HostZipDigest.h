@@ -69,8 +69,9 @@ struct Entry {
     std::uint64_t size;
     Hash hash;
 };
-/// The digest of the table, in any order. Raises HostError for two of one name, and for a folder with content.
-std::string compute(std::vector<Entry> table);
+/// The digest of the table of an archive, in any order. Raises HostError for two of one name, a folder with content and more than
+/// HostZip::kMaxTotalSize bytes.
+std::string compute(const std::string& archive, std::vector<Entry> table);
 
 /// Of the member as it is read from the archive; that of nothing for a folder.
 Hash hashMember(const ZipMemberReader::Source& archive, const ZipMember& member, const std::string& name);

@@ -293,7 +293,7 @@ private:
     }
 
     /// The hashes beside the old members are those that the old stamp speaks of: no content has to be read to know them.
-    static bool isTableSound(const ZipDirectory& directory) {
+    bool isTableSound(const ZipDirectory& directory) const {
         const zip_digest::Comment stamped = zip_digest::split(directory.comment);
         if (stamped.revision != 2)
             return false;
@@ -305,7 +305,7 @@ private:
             table.push_back({getZipName(member), member.size, *hash});
         }
         try {
-            return zip_digest::compute(std::move(table)) == stamped.digest;
+            return zip_digest::compute(archive, std::move(table)) == stamped.digest;
         } catch (const HostError&) {
             return false; // a table that nobody stamps
         }
@@ -329,8 +329,9 @@ private:
             zip_digest::setHash(slot.member, *slot.hash);
             table.push_back({name, slot.member.size, *slot.hash});
         }
+        const std::string digest = zip_digest::compute(archive, std::move(table));
         try {
-            comment = zip_digest::join(comment, zip_digest::compute(std::move(table)));
+            comment = zip_digest::join(comment, digest);
         } catch (const HostError& error) {
             failArchive(archive, error.what());
         }

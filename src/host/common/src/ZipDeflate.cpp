@@ -5,6 +5,8 @@
 #include "HostErrors.h"
 
 #include <algorithm>
+#include <new>
+
 
 namespace {
 
@@ -16,7 +18,7 @@ constexpr std::size_t kStep = 64 << 10;
 
 ZipDeflate::ZipDeflate() {
     if (deflateInit2(&stream_, kLevel, Z_DEFLATED, -MAX_WBITS, kMemoryLevel, Z_DEFAULT_STRATEGY) != Z_OK)
-        throw HostError("no memory to compress with");
+        throw std::bad_alloc();
 }
 
 ZipDeflate::~ZipDeflate() {
@@ -33,7 +35,7 @@ void ZipDeflate::add(const char* data, std::size_t size, std::string& out) {
         const std::size_t step = std::min(size, kStep);
         stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data));
         stream_.avail_in = static_cast<uInt>(step);
-        crc_ = crc32(crc_, stream_.next_in, stream_.avail_in);
+        crc_ = static_cast<std::uint32_t>(crc32(crc_, stream_.next_in, stream_.avail_in));
         run(Z_NO_FLUSH, out);
         data += step;
         size -= step;

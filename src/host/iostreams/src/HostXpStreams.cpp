@@ -11,6 +11,7 @@
 #include <array>
 #include <cstring>
 #include <fstream>
+#include <new>
 #include <string_view>
 
 namespace hoststream::iostreams {
@@ -36,9 +37,12 @@ void checkSize(std::uint64_t size) {
 } // namespace
 
 bool xp::is_xp_format(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    // Nothing else is opened: nobody may ever write to a pipe.
+    std::ifstream file;
+    if (HostFile::isRegularFile(path))
+        file.open(path, std::ios::binary);
     std::array<char, 4096> bytes{};
-    if (!HostFile::isRegularFile(path) || !file || file.read(bytes.data(), bytes.size()).bad())
+    if (!file.is_open() || file.read(bytes.data(), bytes.size()).bad())
         return false;
     std::string_view head(bytes.data(), static_cast<std::size_t>(file.gcount()));
     if (head.starts_with(kMark))
@@ -71,7 +75,7 @@ struct xp_autodetect::State {
             announced = announced << 8 | static_cast<unsigned char>(head[i - 1]);
         checkSize(announced);
         if (inflateInit(&stream) != Z_OK)
-            throw HostError("no memory to unpack with");
+            throw std::bad_alloc();
         head.clear();
         isPacked = true;
     }

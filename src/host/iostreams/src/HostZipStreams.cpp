@@ -3,6 +3,7 @@
 #include "HostZipStreams.h"
 
 #include "HostErrors.h"
+#include "HostFile.h"
 #include "HostZip.h"
 #include "HostZipMember.h"
 
@@ -74,11 +75,15 @@ struct file_source::State {
     std::ifstream file;
     std::optional<HostZipMember> member;
 
-    [[noreturn]] void fail() const { throw HostError("cannot read the file '" + path + "': " + std::strerror(errno)); }
+    [[noreturn]] void fail(const std::string& cause = std::strerror(errno)) const {
+        throw HostError("cannot read the file '" + path + "': " + cause, HostFault{path, "", 0, 0, cause});
+    }
 };
 
 file_source::file_source(const std::string& path, std::ios_base::openmode mode) : state_(std::make_shared<State>()) {
     state_->path = path;
+    if (HostFile::exists(path) && !HostFile::isRegularFile(path))
+        state_->fail("not a regular file");
     errno = 0;
     state_->file.open(path, mode | std::ios_base::in);
     if (!state_->file)
