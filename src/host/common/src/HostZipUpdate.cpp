@@ -23,7 +23,6 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-#include <zip.h>
 
 namespace {
 
@@ -126,7 +125,7 @@ struct HostZipUpdate::State {
         member.needed = kNeeded;
         if (std::any_of(entry.begin(), entry.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
             member.flags = kUtf8Name;
-        member.method = ZIP_CM_DEFLATE;
+        member.method = ZipMember::kDeflated;
         member.time = kDosTime;
         member.date = kDosDate;
         member.externalAttributes = static_cast<std::uint32_t>(S_IFREG | 0644) << 16;
@@ -165,7 +164,7 @@ struct HostZipUpdate::State {
         w.member.size = deflate.getSize();
         w.member.compressedSize = deflate.getCompressedSize();
         if (w.kept.size() == w.member.size && w.member.size <= w.member.compressedSize) {
-            w.member.method = ZIP_CM_STORE;
+            w.member.method = ZipMember::kStored;
             w.member.compressedSize = w.member.size;
             w.out = w.kept;
         }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <new>
 
+#include <libdeflate.h>
 
 namespace {
 
@@ -35,7 +36,7 @@ void ZipDeflate::add(const char* data, std::size_t size, std::string& out) {
         const std::size_t step = std::min(size, kStep);
         stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data));
         stream_.avail_in = static_cast<uInt>(step);
-        crc_ = static_cast<std::uint32_t>(crc32(crc_, stream_.next_in, stream_.avail_in));
+        crc_ = libdeflate_crc32(crc_, data, step);
         run(Z_NO_FLUSH, out);
         data += step;
         size -= step;

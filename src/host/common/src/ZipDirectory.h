@@ -8,6 +8,9 @@
 
 /// One member as the directory of an archive tells of it, with all that a rewrite has to keep.
 struct ZipMember {
+    /// The methods that are read and written; others are only copied.
+    enum Method : std::uint16_t { kStored = 0, kDeflated = 8 };
+
     std::string name;
     std::string extra; // without the 64-bit field, which is made anew
     std::string comment;
@@ -29,7 +32,7 @@ struct ZipMember {
     bool isEncrypted() const { return (flags & 1) != 0; }
 };
 
-/// The directory of an archive, byte-true. Contents are read by the zip library, a member at a time: see ZipMemberView.h.
+/// The directory of an archive, byte-true. Contents are read a member at a time: see ZipMemberReader.h.
 struct ZipDirectory {
     std::vector<ZipMember> members; // in directory order
     std::string comment;
