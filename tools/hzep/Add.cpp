@@ -50,8 +50,7 @@ void add(Session& session, const Options& options) {
     warnOfUnknownType(options.type);
     try {
         // Tells what is wrong with the archive or the name, which the next step would only refuse.
-        HostZipUpdate update(options.archive);
-        update.begin(options.entry);
+        HostZipUpdate(options.archive).begin(options.entry);
         hardware->archiveFile(options.type, options.entry, options.source);
     } catch (const std::exception& error) {
         throw Unusable(error.what());

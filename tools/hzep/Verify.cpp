@@ -10,17 +10,15 @@
 namespace {
 
 void verify(Session& session, const std::string& archive) {
-    bool holds = false;
+    HostZip::DigestState state = HostZip::NoDigest;
     try {
-        if (HostZip::getDigest(archive).empty())
-            throw Negative(archive + ": has no digest");
-        holds = HostZip::verifyDigest(archive);
-    } catch (const Negative&) {
-        throw;
+        state = HostZip::checkDigest(archive);
     } catch (const std::exception& error) {
         throw Unusable(error.what());
     }
-    if (!holds)
+    if (state == HostZip::NoDigest)
+        throw Negative(archive + ": has no digest");
+    if (state == HostZip::DigestDiffers)
         throw Negative(archive + ": differs from its digest: a member was changed, added or taken out since it was stamped");
     session.out() << archive << ": matches its digest\n";
 }

@@ -4,6 +4,7 @@
 
 #include "HostExport.h"
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -29,7 +30,14 @@ public:
     /// Largest plain metadata file that is read into memory: 1 GiB.
     static constexpr unsigned long long kDefaultReadLimit = 1ULL << 30;
 
-    /// Replaces the file so that a crash leaves the old or the new one: temporary file beside it, sync, rename, directory sync.
-    /// Raises HostError naming the file and the cause.
+    /// How long whoever replaces a file or changes an archive waits for others who do.
+    static constexpr std::chrono::seconds kLockTimeLimit{60};
+    /// Another time for this process; 0 doesn't wait.
+    static void setLockTimeLimit(std::chrono::milliseconds limit);
+
+    /// Replaces the file so that a crash leaves the old or the new one: temporary file beside it, sync, rename, directory sync. What is
+    /// not content stays as far as the system allows it: permissions, owner, group, access list and other attributes; a link is followed.
+    /// Raises HostError naming the file and the cause, also for a file that may not be written though its folder may. The one error after
+    /// which the new content is in place is that of the directory sync, which says so.
     static void writeFileAtomically(const std::string& path, const std::string& bytes);
 };

@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HostFileUtils.h"
 
-#include "HostErrors.h"
+#include "HostDescriptor.h"
+#include "HostFail.h"
+#include "HostFileLock.h"
 #include "HostReplacement.h"
 
 #include <algorithm>
@@ -22,7 +24,7 @@ void stripTrailingSeparators(std::string& path) {
 }
 
 [[noreturn]] void fail(const std::string& path, const std::string& cause) {
-    throw HostError("cannot read the file '" + path + "': " + cause, {path, "", 0, 0, cause});
+    failPath("cannot read the file", path, cause);
 }
 
 /// A regular file that is open for reading.
@@ -32,19 +34,15 @@ public:
         if (path.empty() || path.find('\0') != std::string::npos)
             fail(path, "not a file name");
         // Not blocking, so that a pipe that nobody writes to is no trap; what was opened is judged, not what stands there.
-        fd_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+        file_ = HostDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
         struct stat info {};
-        const int cause = fd_ < 0 || fstat(fd_, &info) != 0 ? errno : S_ISDIR(info.st_mode) ? EISDIR : 0;
+        const int cause = !file_ || fstat(file_.get(), &info) != 0 ? errno : S_ISDIR(info.st_mode) ? EISDIR : 0;
         if (cause == 0 && S_ISREG(info.st_mode)) {
             size_ = static_cast<unsigned long long>(info.st_size);
             return;
         }
-        close();
         fail(path, cause != 0 ? std::strerror(cause) : "not a regular file");
     }
-    ~Input() { close(); }
-    Input(const Input&) = delete;
-    Input& operator=(const Input&) = delete;
 
     /// When it was opened.
     unsigned long long getSize() const { return size_; }
@@ -66,7 +64,7 @@ public:
 private:
     std::size_t readSome(char* buffer, std::size_t count) {
         for (;;) {
-            const ssize_t got = ::read(fd_, buffer, count);
+            const ssize_t got = ::read(file_.get(), buffer, count);
             if (got >= 0)
                 return static_cast<std::size_t>(got);
             if (errno != EINTR)
@@ -74,13 +72,8 @@ private:
         }
     }
 
-    void close() {
-        if (fd_ >= 0)
-            ::close(fd_);
-    }
-
     const std::string& path_;
-    int fd_ = -1;
+    HostDescriptor file_;
     unsigned long long size_ = 0;
 };
 
@@ -127,6 +120,10 @@ bool HostFileUtils::isReadable(const std::string& path) {
     } catch (const HostError&) {
         return false;
     }
+}
+
+void HostFileUtils::setLockTimeLimit(std::chrono::milliseconds limit) {
+    HostFileLock::setTimeLimit(limit);
 }
 
 void HostFileUtils::writeFileAtomically(const std::string& path, const std::string& bytes) {

@@ -71,7 +71,7 @@ struct xp_autodetect::State {
             announced = announced << 8 | static_cast<unsigned char>(head[i - 1]);
         checkSize(announced);
         if (inflateInit(&stream) != Z_OK)
-            throw HostError("no memory to unpack with");
+            throw std::bad_alloc();
         head.clear();
         isPacked = true;
     }

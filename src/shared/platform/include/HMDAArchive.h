@@ -57,7 +57,7 @@ public:
     /// Takes the file of a type out of the archive, or the folder of "DR_BD" (always "bd"), "BOARD_REPO_PATH" and "IP_REPO_PATH", keeping
     /// its path, and returns where it is; "" for a type that the table lacks. The directory is made first. Raises HostUserException for an
     /// empty directory, a folder that the archive lacks and a name that leads out; HostError for what can't be unpacked. A file that the
-    /// archive lacks is not noticed; one above HostZip::kMaxMemberSize is refused.
+    /// archive lacks is not noticed; one above HostZip::kMaxMetadataSize is refused.
     std::string extract(const std::string& type, const std::string& destDir) const;
     /// The three types whose folder is extracted.
     static bool isDirectoryType(const std::string& type);

@@ -98,7 +98,7 @@ std::string HMDAArchive::readJsonFile() const {
         return complain("@74-89@%s", {file_});
     std::optional<HostZipMember> member;
     try {
-        member.emplace(file_, getJsonFileName(), HostZip::kMaxMemberSize);
+        member.emplace(file_, getJsonFileName(), HostZip::kMaxMetadataSize);
     } catch (const HostError&) {
         return complain("@74-67@%s%s", {getJsonFileName(), file_});
     }
@@ -181,15 +181,19 @@ void HMDAArchive::put_(const std::string& type, const std::string& name, const S
         if (!HostFileUtils::isReadable(source))
             throw HostUserException(operation + "Could not open file for reading: " + source);
     std::optional<HostZipUpdate> update;
+    HostFault fault;
     try {
         update.emplace(file_);
-    } catch (const HostError&) {
-        // Told below, with a name that it would refuse.
+    } catch (const HostError& error) {
+        fault = error.getFault(); // told below, with a name that it would refuse
+        fault.cause = fault.cause.empty() ? error.what() : fault.cause;
     }
     for (const auto& [member, source] : sources) {
-        // The index would take the file's place.
-        if (!update || !HostZipUpdate::getNameFault(member).empty() || member == getJsonFileName())
-            throw HostUserException(operation + "Could not open file for streaming: " + member);
+        if (update)
+            // The index would take the file's place.
+            fault = {file_, member, 0, 0, member == getJsonFileName() ? "it is the index" : HostZipUpdate::getNameFault(member)};
+        if (!fault.cause.empty())
+            throw HostUserException(operation + "Could not open file for streaming: " + member, fault);
         update->putFile(member, source);
     }
     update->put(getJsonFileName(), render(next));
@@ -238,10 +242,7 @@ std::string HMDAArchive::extractDir_(const std::string& name, const std::string&
 
 std::string HMDAArchive::extractFile_(const std::string& name, const std::string& destDir) const {
     const std::string operation = "HMDAArchive::_extractFile() - ";
-    std::string fault = HostZipUpdate::getNameFault(name);
-    if (static_cast<std::size_t>(std::count(name.begin(), name.end(), '/')) >= HostZip::kMaxNameParts)
-        fault = "it lies too deep";
-    if (!fault.empty())
+    if (const std::string fault = HostZipUpdate::getNameFault(name); !fault.empty())
         throw HostUserException(operation + "Could not extract file: " + file_ + ": " + name + ": " + fault);
     const HostZipSession session(file_);
     if (const std::string broken = HostZip::getFault(file_); !broken.empty())

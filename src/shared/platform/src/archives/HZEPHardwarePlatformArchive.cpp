@@ -65,16 +65,18 @@ void HZEPHardwarePlatform::archiveFile(const std::string& fileType, const std::s
     // The document may tell what stands in the very file that goes into the archive with it.
     const Lent entryToCome(entryToCome_, entryName);
     const Lent sourceToCome(sourceToCome_, sourceFile);
-    const std::string document = renderDocument(platform);
-
+    // Before the document: what it tells of other members can't change any more.
     std::optional<HostZipUpdate> update;
+    HostFault fault{archive, entryName, 0, 0, HostZipUpdate::getNameFault(entryName)};
     try {
         update.emplace(archive);
-    } catch (const HostError&) {
-        // Told below, with a name that it would refuse.
+    } catch (const HostError& error) {
+        fault = error.getFault(); // told below, with a name that it would refuse
+        fault.cause = fault.cause.empty() ? error.what() : fault.cause;
     }
-    if (!update || !HostZipUpdate::getNameFault(entryName).empty())
-        throw HostUserException(operation + "Could not open file for streaming: " + archive);
+    const std::string document = renderDocument(platform);
+    if (!fault.cause.empty())
+        throw HostUserException(operation + "Could not open file for streaming: " + archive, fault);
     update->putFile(entryName, sourceFile);
     update->put(jsonEntry, document);
     // Last: the digest covers the new metadata.
@@ -102,8 +104,8 @@ void HZEPHardwarePlatform::attachDigest() const {
 
 std::string HZEPHardwarePlatform::readEntry_(const std::string& entry) const {
     if (!sourceToCome_.empty() && entry == entryToCome_)
-        return HostFileUtils::readFile(sourceToCome_, HostZip::kMaxMemberSize);
+        return HostFileUtils::readFile(sourceToCome_, HostZip::kMaxMetadataSize);
     const std::string archive = getPlatformFile();
     const HostZipSession session(archive);
-    return HostZip::containsFile(archive, entry) ? HostZip::readMember(archive, entry) : "";
+    return HostZip::containsFile(archive, entry) ? HostZip::readMember(archive, entry, HostZip::kMaxMetadataSize) : "";
 }

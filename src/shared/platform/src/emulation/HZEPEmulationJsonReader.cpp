@@ -56,7 +56,7 @@ void HZEPEmulationJsonReader::parseFromDsa(std::string archive, std::string memb
     const std::string name = withoutLeadingDot(member);
     ptree root;
     try {
-        HZEPJSONText::read(HostZip::readMember(archive, name), root);
+        HZEPJSONText::read(HostZip::readMember(archive, name, HostZip::kMaxMetadataSize), root);
     } catch (const HostError&) {
         // Missing, encrypted, too large or damaged: all one here.
         throw HostError(HostMsgMgr::getText({"platform", HostMsgMgr::Error, "@74-34@%s%s", {archive, name}}));

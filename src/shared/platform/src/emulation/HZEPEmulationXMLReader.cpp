@@ -36,7 +36,7 @@ void HZEPEmulationXMLReader::parseXml() {
 void HZEPEmulationXMLReader::parseFromDsa(std::string archive, std::string member, HZEPEmulations* emulations) {
     std::string text;
     try {
-        text = HostZip::readMember(archive, member);
+        text = HostZip::readMember(archive, member, HostZip::kMaxMetadataSize);
     } catch (const HostError&) {
         complain(member, 0);
         return;

@@ -117,7 +117,7 @@ bool HZEPDsaJsonReader::parseHwEmuKAR(const std::string& archive, HwMetadataMode
 
 bool HZEPDsaJsonReader::parseMember_(const std::string& archive, const std::string& entry) {
     try {
-        return parseJsonString(HostZip::readMember(archive, entry));
+        return parseJsonString(HostZip::readMember(archive, entry, HostZip::kMaxMetadataSize));
     } catch (const HZEPJSONTextError& error) {
         const HostFault& fault = error.getFault();
         complain("@74-64@%s%s%s", {entry, archive, error.what()}, fault.file.empty() ? error.in(archive, entry).getFault() : fault);
@@ -190,7 +190,7 @@ std::string HZEPDsaJsonReader::getHpfmStr() const {
     const std::string entry = getHpfmFile();
     if (entry.empty() || !hoststream::iostreams::zip_istream(entry, archive_).is_open())
         return "";
-    return HostZip::readMember(archive_, entry);
+    return HostZip::readMember(archive_, entry, HostZip::kMaxMetadataSize);
 }
 
 bool HZEPDsaJsonReader::readHpfmBusInterfaces(const std::string& hpfmText) {

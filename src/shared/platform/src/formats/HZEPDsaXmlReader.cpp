@@ -79,7 +79,7 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
             BasePlatform::Root root;
             lmx60::elmx_error code;
             {
-                const std::string text = HostZip::readMember(path_, member);
+                const std::string text = HostZip::readMember(path_, member, HostZip::kMaxMetadataSize);
                 code = root.Unmarshal(text.data(), text.size(), nullptr);
             }
             if (code == lmx60::error_none)
@@ -408,7 +408,7 @@ void HZEPDsaXmlReader::parseFile_(const BasePlatform::File& source) {
 /// is not read.
 bool HZEPDsaXmlReader::takeListed_(const std::string& member) {
     try {
-        const std::uint64_t size = HostZipMember(path_, member, HostZip::kMaxMemberSize).getSize();
+        const std::uint64_t size = HostZipMember(path_, member, HostZip::kMaxMetadataSize).getSize();
         if (size > listedSizeLeft_)
             return false;
         listedSizeLeft_ -= size;
@@ -438,7 +438,7 @@ void HZEPDsaXmlReader::parseHpfm_(const std::string& member) {
     std::string text;
     try {
         if (takeListed_(member))
-            text = HostZip::readMember(path_, member);
+            text = HostZip::readMember(path_, member, HostZip::kMaxMetadataSize);
     } catch (const HostError&) {
         // The reader below complains.
     }

@@ -150,7 +150,8 @@ private:
             return;
         Findings findings(HostText::makePrintable(name));
         try {
-            if (const std::optional<Node> root = checkDocument(HostZip::readMember(path_, name), kind, findings)) {
+            if (const std::optional<Node> root =
+                    checkDocument(HostZip::readMember(path_, name, HostZip::kMaxMetadataSize), kind, findings)) {
                 if (kind == Kind::HardwareFile && isEmulated_)
                     lint::checkTcl(*root, kind, findings);
                 for (ListedFile& file : lint::listFiles(*root, kind)) {
