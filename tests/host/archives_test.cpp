@@ -88,6 +88,7 @@ TEST(Archive, gives_members_whole_by_text_stream_and_source) {
                                     .add("empty")
                                     .add("folder/")
                                     .add("zeros", zeros)
+                                    .add({.name = "nothing", .raw = true})
                                     .add("", "none")
                                     .write();
 
@@ -96,6 +97,7 @@ TEST(Archive, gives_members_whole_by_text_stream_and_source) {
                                         {"big.z", large},
                                         {"empty", ""},
                                         {"zeros", zeros},
+                                        {"nothing", ""},
                                         {"", "none"}}) {
         EXPECT_TRUE(HostZip::readMember(archive, name) == content) << name;
         zip_istream in(name, archive);
@@ -113,7 +115,7 @@ TEST(Archive, gives_members_whole_by_text_stream_and_source) {
     EXPECT_FALSE(HostZip::containsFile(archive, std::string("kar.json\0x", 10)));
 
     const auto entries = HostZip::getEntries(archive);
-    ASSERT_EQ(entries.size(), 7u);
+    ASSERT_EQ(entries.size(), 8u);
     EXPECT_EQ(entries[0].name, "kar.json");
     EXPECT_EQ(entries[1].size, large.size());
     EXPECT_EQ(entries[1].compressedSize, large.size());

@@ -19,8 +19,9 @@ namespace {
 
 // No deflated byte gives more.
 constexpr std::uint64_t kMostPerByte = 1032;
-// Members up to this size are inflated in one call.
+// Members up to these sizes, inflated and packed, are inflated in one call.
 constexpr std::uint64_t kWholeSize = 64ULL << 20;
+constexpr std::uint64_t kWholePackedSize = 8ULL << 20;
 constexpr std::size_t kInputSize = 64 << 10;
 
 std::string describeMethod(std::uint16_t method) {
@@ -84,7 +85,7 @@ struct ZipMemberReader::State {
             input.resize(kInputSize);
         }
         stream.next_out = reinterpret_cast<Bytef*>(buffer);
-        stream.avail_out = static_cast<uInt>(std::min<std::size_t>(count, 1U << 30));
+        stream.avail_out = static_cast<uInt>(count);
         const uInt wanted = stream.avail_out;
         while (stream.avail_out == wanted && !streamEnded) {
             if (stream.avail_in == 0) {
@@ -104,7 +105,11 @@ struct ZipMemberReader::State {
         return wanted - stream.avail_out;
     }
 
-    std::size_t readSome(char* buffer, std::size_t count) { return isDeflated ? inflateSome(buffer, count) : take(buffer, count); }
+    /// In pieces that are still at hand when their checksum is made.
+    std::size_t readSome(char* buffer, std::size_t count) {
+        count = std::min<std::size_t>(count, kPieceSize);
+        return isDeflated ? inflateSome(buffer, count) : take(buffer, count);
+    }
 
     void checkCrc() const {
         if (crc != expectedCrc)
@@ -169,6 +174,8 @@ ZipMemberReader::ZipMemberReader(Source source, const ZipMember& member, const s
         s.fail("damaged: the archive ends before it does");
     s.at = member.offset + header;
     s.left = member.compressedSize;
+    // Some writers make nothing of nothing.
+    s.isDeflated = s.isDeflated && (s.left > 0 || s.size > 0);
 }
 
 ZipMemberReader::~ZipMemberReader() = default;
@@ -200,15 +207,15 @@ std::size_t ZipMemberReader::read(char* buffer, std::size_t size) {
 }
 
 std::string ZipMemberReader::readAll() {
-    if (state_->isDeflated && state_->size <= kWholeSize)
+    if (state_->isDeflated && state_->size <= kWholeSize && state_->left <= kWholePackedSize)
         return state_->inflateWhole();
-    // Memory follows the bytes that really come, so that an announced size alone takes little.
-    constexpr std::uint64_t kFirstStep = 8ULL << 20;
+    // Memory follows the bytes that are there or really come, so that an announced size alone takes little.
+    const std::uint64_t firstStep = std::max<std::uint64_t>(state_->left, 8ULL << 20);
     std::string text;
     std::size_t done = 0;
     do {
         if (done == text.size())
-            text.resize(static_cast<std::size_t>(std::min(getSize(), std::max<std::uint64_t>(2ULL * done, kFirstStep))));
+            text.resize(static_cast<std::size_t>(std::min(getSize(), std::max<std::uint64_t>(2ULL * done, firstStep))));
         const std::size_t got = read(text.data() + done, text.size() - done);
         if (got == 0)
             break;
