@@ -28,15 +28,19 @@ public:
     static constexpr std::size_t kMaxValues = 4'000'000;
     static constexpr std::size_t kMaxSize = std::size_t{256} << 20;
 
+    /// What a value is. Plain is a number, true, false or null; None is no value.
+    enum Kind { Text, Plain, Object, List, None };
+
     /// What is to be put in. XML has texts, as attributes, and objects, as elements.
     struct Value {
-        enum Kind { Text, Plain, Object, List };
+        using Kind = HZEPTextEdit::Kind;
+        using enum Kind;
 
         Value(std::string ofText) : text(std::move(ofText)) {}
         Value(const char* ofText) : text(ofText) {}
         Value(Kind ofKind, std::vector<Value> ofMembers) : kind(ofKind), members(std::move(ofMembers)) {}
 
-        /// A number, true, false or null, as it is to be written.
+        /// As it is to be written.
         static Value plain(std::string text);
         /// The same value as a member of an object.
         Value named(std::string as) const;
@@ -52,10 +56,11 @@ public:
     HZEPTextEdit(const HZEPTextEdit&) = delete;
     HZEPTextEdit& operator=(const HZEPTextEdit&) = delete;
 
-    bool contains(std::string_view path) const;
-    /// Items of a list, or elements of the path's last name; 0 when there is none.
+    Kind getKind(std::string_view path) const;
+    bool contains(std::string_view path) const { return getKind(path) != None; }
+    /// Items of a list or members of an object, in XML elements of the path's last name; 0 when there is none.
     std::size_t getCount(std::string_view path) const;
-    /// The value of a text, or of a number, true, false or null as it is written; "" when there is none.
+    /// The value of a text, or a plain one as it is written; "" when there is none.
     std::string getText(std::string_view path) const;
 
     void replace(std::string_view path, const Value& value);

@@ -2,11 +2,14 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HMDAArchive.h"
 
+#include "../foundations/CheckedDocument.h"
+#include "FolderFiles.h"
 #include "HZEPJSONText.h"
 #include "HZEPJSONUtils.h"
 #include "HostErrors.h"
 #include "HostFile.h"
 #include "HostMsgMgr.h"
+#include "HostText.h"
 #include "HostZip.h"
 #include "HostZipMember.h"
 #include "HostZipSession.h"
@@ -18,7 +21,6 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <sstream>
 
 namespace fs = std::filesystem;
 using boost::property_tree::ptree;
@@ -38,18 +40,11 @@ constexpr char kBlockDesign[] = "DR_BD";
 constexpr char kBlockDesignFolder[] = "bd";
 constexpr int kOverwrite = 1;
 
-std::string withoutTrailingSeparators(std::string name) {
-    while (name.ends_with('/'))
-        name.pop_back();
-    return name;
-}
-
+/// The index's text, which raises before any archive is touched when nobody could read it.
 std::string render(const HMDAArchive& archive) {
     zep_platform::JSONObjectWriter writer;
     writer.writeObject(archive);
-    std::ostringstream text;
-    writer.write(text);
-    return text.str();
+    return zep_platform::renderChecked(writer);
 }
 
 /// Makes the folders of a member below a directory; none of them may be a link.
@@ -131,8 +126,9 @@ void HMDAArchive::create() const {
         throw HostAlgException(operation + "mdaFile is not set");
     if (HostFile::exists(file_))
         throw HostUserException(operation + "mdaFile exists already: " + file_);
+    const std::string index = render(*this);
     HostZipUpdate archive = HostZipUpdate::create(file_);
-    archive.put(getJsonFileName(), render(*this));
+    archive.put(getJsonFileName(), index);
     archive.attachDigest();
     archive.commit();
 }
@@ -146,24 +142,7 @@ void HMDAArchive::archiveDirectory(const std::string& type, const std::string& n
     const std::string operation = "HMDAArchive::archiveDirectory() - ";
     ensureArchive_(operation);
     const std::string folder = withoutTrailingSeparators(name);
-    const std::string self = HostFile::getCanonicalName(file_);
-    const fs::path root = HostFile::getCanonicalName(source);
-    Sources sources;
-    std::error_code error;
-    fs::recursive_directory_iterator at(root, error);
-    for (; !error && at != fs::recursive_directory_iterator(); at.increment(error)) {
-        const fs::file_status status = at->symlink_status(error);
-        if (fs::is_directory(status) || at->path() == self)
-            continue;
-        if (!error && !fs::is_regular_file(status))
-            throw HostUserException(operation + "is a link or a special file: " + at->path().string());
-        sources[folder + "/" + at->path().lexically_relative(root).string()] = at->path().string();
-    }
-    if (error)
-        throw HostUserException(operation + "Could not read directory: " + source);
-    if (sources.empty())
-        throw HostUserException(operation + "directory holds no files: " + source);
-    put_(type, folder, sources);
+    put_(type, folder, findFolderFiles(operation, file_, folder, source));
 }
 
 void HMDAArchive::ensureArchive_(const std::string& operation) const {
@@ -175,13 +154,14 @@ void HMDAArchive::ensureArchive_(const std::string& operation) const {
         throw HostAlgException(operation + "mdaFile does not exist");
 }
 
-void HMDAArchive::put_(const std::string& type, const std::string& name, const Sources& sources) {
+void HMDAArchive::put_(const std::string& type, const std::string& name, const MemberSources& sources) {
     const std::string operation = "HMDAArchive::archiveFile() - ";
     HMDAArchive next(*this);
     next.files_.add(type, name);
     for (const auto& [member, source] : sources)
         if (!HostFile::isRegularFile(source) || !std::ifstream(source, std::ios_base::binary))
             throw HostUserException(operation + "Could not open file for reading: " + source);
+    const std::string index = render(next);
     std::optional<HostZipUpdate> update;
     try {
         update.emplace(file_);
@@ -190,21 +170,22 @@ void HMDAArchive::put_(const std::string& type, const std::string& name, const S
     }
     for (const auto& [member, source] : sources) {
         // The index would take the file's place.
-        if (!update || !HostZipUpdate::getNameFault(member).empty() || member == getJsonFileName())
+        if (!update || !HostZipUpdate::getNameFault(member).empty() || !HostText::isUtf8(member) || member == getJsonFileName())
             throw HostUserException(operation + "Could not open file for streaming: " + member);
         update->putFile(member, source);
     }
-    update->put(getJsonFileName(), render(next));
+    update->put(getJsonFileName(), index);
     update->attachDigest();
     update->commit();
     files_ = next.files_;
 }
 
 void HMDAArchive::writeJSON() const {
+    const std::string index = render(*this);
     hoststream::iostreams::zip_ostream out(getJsonFileName(), file_, 0);
     if (!out.is_open())
         throw HostUserException("HMDAArchive::writeJSON() - Could not open file for streaming: " + file_);
-    out << render(*this);
+    out << index;
     out.close();
 }
 

@@ -99,8 +99,8 @@ struct HZEPTextEdit::State {
             const bool isCounted = isXml() && i + 1 < count && steps[i + 1].place;
             const std::vector<Index>& named = tree->getChildren(way.back(), steps[i].name);
             // Attributes stand in front of the elements.
-            const auto first = isCounted ? std::find_if(named.begin(), named.end(), [&](Index n) { return !(*tree)[n].isAttribute; })
-                                         : named.begin();
+            const auto first =
+                isCounted ? std::find_if(named.begin(), named.end(), [&](Index n) { return !(*tree)[n].isAttribute; }) : named.begin();
             const std::size_t place = isCounted ? *steps[++i].place : 0;
             if (place >= static_cast<std::size_t>(named.end() - first))
                 return {};
@@ -172,7 +172,7 @@ struct HZEPTextEdit::State {
     static bool isValue(const Value& value, const TextTree& other, Index node) {
         static constexpr Node::Form kForms[] = {Node::Text, Node::Plain, Node::Object, Node::List};
         const Node& n = other[node];
-        if (n.form != kForms[value.kind] || (!value.name.empty() && other.getName(node) != value.name))
+        if (value.kind == None || n.form != kForms[value.kind] || (!value.name.empty() && other.getName(node) != value.name))
             return false;
         if (n.form == Node::Text || n.form == Node::Plain)
             return other.getValue(node) == value.text;
@@ -230,9 +230,11 @@ struct HZEPTextEdit::State {
 HZEPTextEdit::HZEPTextEdit(std::string text, Form form) : state_(std::make_unique<State>(std::move(text), form)) {}
 HZEPTextEdit::~HZEPTextEdit() = default;
 
-bool HZEPTextEdit::contains(std::string_view path) const {
+HZEPTextEdit::Kind HZEPTextEdit::getKind(std::string_view path) const {
+    static constexpr Kind kKinds[] = {Text, Plain, Object, List};
     const std::vector<Step> steps = parsePath(path);
-    return !state_->find(steps, steps.size()).empty();
+    const std::vector<Index> way = state_->find(steps, steps.size());
+    return way.empty() ? None : kKinds[(*state_->tree)[way.back()].form];
 }
 
 std::size_t HZEPTextEdit::getCount(std::string_view path) const {
@@ -242,7 +244,7 @@ std::size_t HZEPTextEdit::getCount(std::string_view path) const {
         return way.empty() ? 0 : state_->getElements(way.back(), steps.back().name).size();
     }
     const std::vector<Index> way = state_->find(steps, steps.size());
-    return way.empty() || (*state_->tree)[way.back()].form != Node::List ? 0 : state_->tree->getChildren(way.back()).size();
+    return way.empty() ? 0 : state_->tree->getChildren(way.back()).size();
 }
 
 std::string HZEPTextEdit::getText(std::string_view path) const {
@@ -254,6 +256,8 @@ std::string HZEPTextEdit::getText(std::string_view path) const {
 void HZEPTextEdit::replace(std::string_view path, const Value& value) {
     const std::vector<Step> steps = parsePath(path);
     const std::vector<Index> way = state_->require(path, steps, steps.size());
+    if (value.kind == None)
+        fail(path, "there is no value to put in");
     if (state_->isXml() && (*state_->tree)[way.back()].isAttribute != (value.kind == Value::Text))
         fail(path, "an attribute is a text, an element an object");
     state_->touch(way);
@@ -267,7 +271,8 @@ void HZEPTextEdit::insert(std::string_view path, const Value& value, const std::
     if (steps.empty())
         fail(path, "names no place");
     const bool isElement = state_->isXml() && value.kind != Value::Text;
-    if (state_->isXml() && (value.kind == Value::Plain || value.kind == Value::List || (steps.back().place && !isElement)))
+    if (state_->isXml() &&
+        (value.kind == Value::Plain || value.kind == Value::List || value.kind == Value::None || (steps.back().place && !isElement)))
         fail(path, "an attribute is a text, an element an object");
     const bool isCounted = steps.back().place.has_value();
     const std::size_t parents = steps.size() - (isCounted && state_->isXml() ? 2 : 1);

@@ -6,6 +6,7 @@
 #include "HZEPHardwarePlatform.h"
 #include "HZEPReconfigurablePartition.h"
 #include "HZEPSoftwarePlatform.h"
+#include "HostText.h"
 #include "JSONListWriter.h"
 #include "JSONObjectWriter.h"
 
@@ -229,11 +230,11 @@ void HZEPPlatform::toJSON(JSONObjectWriter& writer) const {
     writer.addKey("hardwareEmulation", supportsHWEmulation());
     writer.addKey("hardwareEmuPlatform", isHWEmuPlatform());
     writer.addKey("hidden", isHidden());
-    writer.addKey("file", getPlatformFile());
-    writer.addKey("hwFile", getHardwarePlatformFile());
-    writer.addKey("hwEmuFile", getHardwareEmuPlatformFile());
-    writer.addKey("swFile", getSoftwarePlatformFile());
-    writer.addKey("directory", getPlatformDir());
+    writer.addKey("file", HostText::toUtf8(getPlatformFile()));
+    writer.addKey("hwFile", HostText::toUtf8(getHardwarePlatformFile()));
+    writer.addKey("hwEmuFile", HostText::toUtf8(getHardwareEmuPlatformFile()));
+    writer.addKey("swFile", HostText::toUtf8(getSoftwarePlatformFile()));
+    writer.addKey("directory", HostText::toUtf8(getPlatformDir()));
 
     std::vector<std::string> categories;
     getTargetCategories(categories);

@@ -4,6 +4,7 @@
 
 #include "ChunkedText.h"
 #include "HZEPPlatform.h"
+#include "HostText.h"
 #include "JSONObjectWriter.h"
 #include "PlatformLoader.h"
 
@@ -41,7 +42,7 @@ char* hzep_get_platform_json(const char* path) {
 char* hzep_get_short_platform_json(const char* path) {
     return renderPlatform(path, [](zep_platform::JSONObjectWriter& writer, const HZEPPlatform& platform) {
         writer.addKey("uniqueName", platform.getUniqueName());
-        writer.addKey("file", platform.getPlatformFile());
+        writer.addKey("file", HostText::toUtf8(platform.getPlatformFile()));
         writer.addKey("description", platform.getDescription());
     });
 }
