@@ -15,6 +15,7 @@
 #include "lmx60.h"
 
 #include <filesystem>
+#include <iostream>
 #include <sstream>
 
 namespace {
@@ -37,6 +38,23 @@ public:
 
 private:
     std::string path_;
+};
+
+/// Nothing is said while this lives: a scratch archive lacks the members that its metadata list.
+class Silence {
+public:
+    Silence() : sink_(HostMsgMgr::getGlobal().setSink([](const HostMsg&) {})), out_(std::cout.rdbuf(nullptr)) {}
+    ~Silence() {
+        HostMsgMgr::getGlobal().setSink(std::move(sink_));
+        std::cout.rdbuf(out_);
+        std::cout.clear();
+    }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+
+private:
+    HostMsgMgr::Sink sink_;
+    std::streambuf* out_;
 };
 
 std::string shorten(const std::string& text) {
@@ -94,6 +112,7 @@ void Losses::addWriting(const std::string& text, const std::string& xml) {
     update.put("dsa.xml", xml);
     update.commit();
     HPLPlatform again;
+    const Silence silence;
     if (HZEPDsaXmlReader(archive.get(), &again).parseDSA())
         add(text, renderDocument(again), HZEPTextEdit::Json);
 }

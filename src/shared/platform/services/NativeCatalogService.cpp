@@ -6,6 +6,7 @@
 #include "HZEPJSONText.h"
 #include "HZEPPlatform.h"
 #include "HZEPReconfigurablePartition.h"
+#include "HostText.h"
 #include "NativePlatformRepoService.h"
 #include "PlatformLoader.h"
 
@@ -30,7 +31,7 @@ std::string toText(bool value) {
 std::string render(const ptree& tree) {
     std::ostringstream text;
     HZEPJSONText::write(text, tree);
-    return text.str();
+    return HostText::toUtf8(text.str()); // paths may be any bytes
 }
 
 void putHpfmFile(ptree& out, const char* key, const HZEPHardwarePlatform& hardware) {

@@ -220,7 +220,8 @@ void HZEPPlatform::toJSON(JSONObjectWriter& writer) const {
     writer.addKey("vendor", getVendor());
     writer.addKey("name", getName());
     writer.addKey("description", getDescription());
-    writer.addKey("uniqueName", getUniqueName());
+    // A path may be any bytes, also as a name; a document is text.
+    writer.addKey("uniqueName", HostText::toUtf8(getUniqueName()));
     writer.addKey("version", getVersion());
     writer.addKey("type", getTypePrettyString());
     writer.addKey("unified", isUnified());

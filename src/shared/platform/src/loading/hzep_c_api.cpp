@@ -41,7 +41,7 @@ char* hzep_get_platform_json(const char* path) {
 
 char* hzep_get_short_platform_json(const char* path) {
     return renderPlatform(path, [](zep_platform::JSONObjectWriter& writer, const HZEPPlatform& platform) {
-        writer.addKey("uniqueName", platform.getUniqueName());
+        writer.addKey("uniqueName", HostText::toUtf8(platform.getUniqueName()));
         writer.addKey("file", HostText::toUtf8(platform.getPlatformFile()));
         writer.addKey("description", platform.getDescription());
     });
