@@ -20,8 +20,11 @@
 
 namespace {
 
-/// What tells where a document is, and what stands in another member.
-const std::set<std::string> kPassedOver = {"platformFile", "extensions"};
+/// What tells where a document is and of which form, and what stands in another member.
+const std::set<std::string> kPassedOver = {"platformFile", "extensions", "VersionMajor", "VersionMinor"};
+/// Left out of XML, as it is what its absence means.
+constexpr const char* kBinaryFormat = "DSA.Build.AcceleratorBinaryFormat";
+constexpr const char* kDefaultBinaryFormat = "acclib2";
 constexpr std::size_t kMaxShown = 60; // bytes of a value
 
 /// A file of this process, taken away again.
@@ -95,7 +98,7 @@ void Losses::addOption(CLI::App* verb, bool& isStrict) {
 
 void Losses::add(const std::string& before, const std::string& after, HZEPTextEdit::Form form, const IsWished& isWished) {
     for (HZEPTextDifference::Change& change : HZEPTextDifference::find(before, after, form, kPassedOver))
-        if (!isWished || !isWished(change))
+        if ((!isWished || !isWished(change)) && (change.path != kBinaryFormat || change.before != kDefaultBinaryFormat))
             changes_.push_back(std::move(change));
 }
 
