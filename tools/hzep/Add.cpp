@@ -60,7 +60,7 @@ void addAnew(const Options& options) {
 void add(Session& session, const Options& options) {
     // An archive that can't be loaded is refused with the loader's words.
     PlatformLoader::HwMetadataMode mode = PlatformLoader::PreferAlternateJson;
-    const std::string primary = HostFile(options.archive).getExt() + ".json";
+    const std::string primary = HostFile(HostFile::getCanonicalName(options.archive)).getExt() + ".json";
     const std::string alternate = "alt_" + primary;
     if (options.entry == primary || options.entry == alternate)
         throw Unusable("\"" + options.entry + "\" is the archive's metadata, not a file of a type");

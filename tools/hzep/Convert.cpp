@@ -35,7 +35,7 @@ void tellLosses(const std::string& text, HPLPlatform& platform, const Options& o
 
 /// The metadata that loading the archive reads.
 std::string readMetadata(const std::string& archive) {
-    const std::string ext = HostFile(archive).getExt();
+    const std::string ext = HostFile(HostFile::getCanonicalName(archive)).getExt();
     for (const std::string& name : {"alt_" + ext + ".json", ext + ".json"})
         if (HostZip::containsFile(archive, name))
             return HostZip::readMember(archive, name);

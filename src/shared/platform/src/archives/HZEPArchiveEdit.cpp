@@ -29,7 +29,7 @@ namespace {
 
 /// Names of the metadata that list an archive's files, the first that is there counts.
 std::vector<std::string> getMetadataNames(const std::string& archive) {
-    const std::string ext = HostFile(archive).getExt();
+    const std::string ext = HostFile(HostFile::getCanonicalName(archive)).getExt(); // of the file behind a link, as the loader has it
     return {ext + ".json", "alt_" + ext + ".json", ext + ".xml"};
 }
 
@@ -170,7 +170,8 @@ void HZEPArchiveEdit::addFile(const std::string& archive, const std::string& typ
     const std::string member = getMetadataName(archive);
     if (member.empty())
         refuse(archive, getMetadataNames(archive).front(), "there is no such metadata to list the file in");
-    if (entry == member)
+    const std::vector<std::string> names = getMetadataNames(archive);
+    if (entry == member || entry == names[0] || entry == names[1])
         refuse(archive, entry, "is the archive's metadata, not a file of a type");
     const HZEPTextEdit::Form form = member.ends_with(".xml") ? HZEPTextEdit::Xml : HZEPTextEdit::Json;
     const std::string text = changeText(archive, member, form, [&](HZEPTextEdit& edit) {
@@ -207,7 +208,7 @@ void HZEPArchiveEdit::addFileAnew(const std::string& archive, const std::string&
                                                                                         : zep_platform::PlatformLoader::PrimaryJsonOnly);
     if (!isRead)
         refuse(archive, member, "can't be read");
-    if (entry == platform.getJsonFileName())
+    if (entry == member || entry == platform.getJsonFileName() || entry == platform.getAltJsonFileName())
         refuse(archive, entry, "is the archive's metadata, not a file of a type");
     std::string document;
     try {

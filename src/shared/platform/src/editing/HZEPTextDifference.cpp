@@ -78,7 +78,8 @@ private:
         std::map<std::string, Index> marked;
         const char* mark = nullptr;
         for (const char* candidate : kMarks)
-            if (std::map<std::string, Index> unused; !mark && collect(before_, own, candidate, unused) && collect(after_, others, candidate, marked))
+            if (std::map<std::string, Index> unused;
+                !mark && collect(before_, own, candidate, unused) && collect(after_, others, candidate, marked))
                 mark = candidate;
         for (std::size_t i = 0; i < own.size(); ++i) {
             Index other = i < others.size() ? others[i] : kNone;

@@ -56,8 +56,8 @@ public:
         for (const auto& [node, value] : changes_.replaced) {
             const Index at = tree_[node].outerBegin;
             const std::string_view blanks = getBlanksBefore(tree_, at);
-            splices_.push_back(
-                {tree_[node].begin, tree_[node].end, render(value, isLike(node, value) ? node : kNone, getIndent(blanks), hasLineEnd(blanks))});
+            splices_.push_back({tree_[node].begin, tree_[node].end,
+                                render(value, isLike(node, value) ? node : kNone, getIndent(blanks), hasLineEnd(blanks))});
         }
         for (const Index container : changes_.rearranged)
             rearrange(container);
@@ -128,8 +128,8 @@ private:
                         const bool isMember = node.form == Node::Object;
                         pending += isFirst ? frame.lead : separatorBefore(std::min(i, children.size() - (children.empty() ? 0 : 1)));
                         pending += isMember ? quote(value.name) + frame.colon : "";
-                        pending += render(value, isMember ? kNone : findNeighbour(children, i, value), getIndent(frame.lead),
-                                          frame.isMultiLine());
+                        pending +=
+                            render(value, isMember ? kNone : findNeighbour(children, i, value), getIndent(frame.lead), frame.isMultiLine());
                         isChanged = true;
                         isFirst = false;
                     }

@@ -164,9 +164,7 @@ public:
 
     std::string getValue(Index node) const override {
         const Node& n = nodes_[node];
-        return n.form == Node::Text    ? unquote(getText(n.begin, n.end))
-               : n.form == Node::Plain ? std::string(getText(n.begin, n.end))
-                                       : "";
+        return n.form == Node::Text ? unquote(getText(n.begin, n.end)) : n.form == Node::Plain ? std::string(getText(n.begin, n.end)) : "";
     }
 };
 

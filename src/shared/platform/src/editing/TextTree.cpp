@@ -25,8 +25,7 @@ bool TextTree::isSame(Index node, const TextTree& other, Index otherNode) const 
     const Node& a = nodes_[node];
     const Node& b = other.nodes_[otherNode];
     const bool isLeaf = a.form == Node::Text || a.form == Node::Plain;
-    return a.form == b.form && a.isAttribute == b.isAttribute &&
-           getText(a.nameBegin, a.nameEnd) == other.getText(b.nameBegin, b.nameEnd) &&
+    return a.form == b.form && a.isAttribute == b.isAttribute && getText(a.nameBegin, a.nameEnd) == other.getText(b.nameBegin, b.nameEnd) &&
            (!isLeaf || getText(a.begin, a.end) == other.getText(b.begin, b.end));
 }
 

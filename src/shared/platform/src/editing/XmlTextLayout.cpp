@@ -43,7 +43,9 @@ private:
     Index getLead(Index node) const { return tree_[node].outerBegin - static_cast<Index>(getBlanks(node).size()); }
     std::string_view getBlanks(Index node) const { return getBlanksBefore(tree_, tree_[node].outerBegin); }
     char getQuote(Index attribute) const { return tree_.getText()[tree_[attribute].end]; }
-    bool isEmptyTag(Index element) const { return tree_[element].begin == tree_[element].end && tree_.getText()[tree_[element].begin] == '/'; }
+    bool isEmptyTag(Index element) const {
+        return tree_[element].begin == tree_[element].end && tree_.getText()[tree_[element].begin] == '/';
+    }
 
     /// The prefix of an element's name with its colon.
     std::string getPrefix(Index element) const {
@@ -55,9 +57,9 @@ private:
         if (n.isAttribute)
             splices_.push_back({n.begin, n.end, escape(value.text, getQuote(node))});
         else
-            splices_.push_back({n.outerBegin, n.outerEnd,
-                                render(value.named(tree_.getName(node)), node, getPrefix(node), getIndent(getBlanks(node)),
-                                       hasLineEnd(getBlanks(node)))});
+            splices_.push_back(
+                {n.outerBegin, n.outerEnd,
+                 render(value.named(tree_.getName(node)), node, getPrefix(node), getIndent(getBlanks(node)), hasLineEnd(getBlanks(node)))});
     }
 
     void insert(Index container, Index before, const std::vector<Value>& values) {
@@ -102,7 +104,8 @@ private:
                 {node.begin - space, node.outerEnd, ">" + elements + tail + "</" + getPrefix(container) + tree_.getName(container) + ">"});
         } else {
             // Comments stay in front.
-            const auto content = node.end - static_cast<Index>(std::min<std::size_t>(getBlanksBefore(tree_, node.end).size(), node.end - node.begin));
+            const auto content =
+                node.end - static_cast<Index>(std::min<std::size_t>(getBlanksBefore(tree_, node.end).size(), node.end - node.begin));
             splices_.push_back({content, node.end, elements + tail});
         }
     }

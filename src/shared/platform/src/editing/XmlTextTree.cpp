@@ -195,6 +195,11 @@ private:
     }
 };
 
+std::string withoutBlanks(std::string text) {
+    std::erase_if(text, [](char c) { return kBlanks.find(c) != kBlanks.npos; });
+    return text;
+}
+
 class XmlTree : public TextTree {
 public:
     explicit XmlTree(std::string text) : TextTree(std::move(text), HZEPTextEdit::Xml), pairs_(getPairs(text_)) {
@@ -219,8 +224,11 @@ public:
     std::string getName(Index node) const override { return items_[node].name; }
     std::string getValue(Index node) const override { return items_[node].value; }
     bool isSame(Index node, const TextTree& other, Index otherNode) const override {
-        return TextTree::isSame(node, other, otherNode) && getName(node) == other.getName(otherNode) &&
-               getValue(node) == other.getValue(otherNode);
+        if (!TextTree::isSame(node, other, otherNode) || getName(node) != other.getName(otherNode))
+            return false;
+        // Where an element goes, the texts around it come together.
+        return nodes_[node].isAttribute ? getValue(node) == other.getValue(otherNode)
+                                        : withoutBlanks(getValue(node)) == withoutBlanks(other.getValue(otherNode));
     }
 
 private:

@@ -6,7 +6,6 @@
 #include "HZEPHardwarePlatform.h"
 #include "HZEPReconfigurablePartition.h"
 #include "HZEPSoftwarePlatform.h"
-#include "HostText.h"
 #include "JSONListWriter.h"
 #include "JSONObjectWriter.h"
 
@@ -220,8 +219,7 @@ void HZEPPlatform::toJSON(JSONObjectWriter& writer) const {
     writer.addKey("vendor", getVendor());
     writer.addKey("name", getName());
     writer.addKey("description", getDescription());
-    // A path may be any bytes, also as a name; a document is text.
-    writer.addKey("uniqueName", HostText::toUtf8(getUniqueName()));
+    writer.addKey("uniqueName", getUniqueName());
     writer.addKey("version", getVersion());
     writer.addKey("type", getTypePrettyString());
     writer.addKey("unified", isUnified());
@@ -231,11 +229,11 @@ void HZEPPlatform::toJSON(JSONObjectWriter& writer) const {
     writer.addKey("hardwareEmulation", supportsHWEmulation());
     writer.addKey("hardwareEmuPlatform", isHWEmuPlatform());
     writer.addKey("hidden", isHidden());
-    writer.addKey("file", HostText::toUtf8(getPlatformFile()));
-    writer.addKey("hwFile", HostText::toUtf8(getHardwarePlatformFile()));
-    writer.addKey("hwEmuFile", HostText::toUtf8(getHardwareEmuPlatformFile()));
-    writer.addKey("swFile", HostText::toUtf8(getSoftwarePlatformFile()));
-    writer.addKey("directory", HostText::toUtf8(getPlatformDir()));
+    writer.addKey("file", getPlatformFile());
+    writer.addKey("hwFile", getHardwarePlatformFile());
+    writer.addKey("hwEmuFile", getHardwareEmuPlatformFile());
+    writer.addKey("swFile", getSoftwarePlatformFile());
+    writer.addKey("directory", getPlatformDir());
 
     std::vector<std::string> categories;
     getTargetCategories(categories);
