@@ -7,10 +7,13 @@
 #include "HPLPlatform.h"
 #include "HZEPDsaJsonReader.h"
 #include "HZEPDsaXmlWriter.h"
+#include "HZEPJSONText.h"
 #include "HostFile.h"
 #include "HostFileUtils.h"
 #include "HostZip.h"
 #include "lmx60.h"
+
+#include <boost/property_tree/ptree.hpp>
 
 #include <memory>
 
@@ -22,8 +25,20 @@ struct Options {
     bool isStrict = false;
 };
 
+/// Extension metadata of many levels lie one level deeper in the document.
+void refuseUnreadable(const HPLPlatform& platform, const std::string& input) {
+    boost::property_tree::ptree tree;
+    try {
+        HZEPJSONText::read(renderDocument(platform), tree);
+    } catch (const std::exception& error) {
+        throw Unusable(input + ": its document could not be read again: " + error.what());
+    }
+}
+
 /// Before anything is written.
 void tellLosses(const std::string& text, HPLPlatform& platform, const Options& options, bool asXml) {
+    if (!asXml)
+        refuseUnreadable(platform, options.input);
     Losses losses;
     const bool isJson = !Losses::isXml(text);
     if (const auto xml = asXml && isJson ? renderXml(platform) : std::nullopt)
