@@ -6,6 +6,7 @@
 
 #include "HZEPHardwarePlatform.h"
 #include "HZEPPlatformMgr.h"
+#include "HostText.h"
 #include "JSONListWriter.h"
 #include "JSONObjectWriter.h"
 
@@ -54,16 +55,16 @@ void printDocument(Session& session, const Platforms& platforms, const std::vect
     zep_platform::JSONListWriter list;
     for (const HZEPPlatform* platform : platforms) {
         zep_platform::JSONObjectWriter each;
-        each.addKey("baseName", platform->getPlatformBaseName());
+        each.addKey("baseName", HostText::toUtf8(platform->getPlatformBaseName()));
         each.addKey("version", getVersion(*platform));
         each.addKey("type", platform->getTypeString());
         each.addKey("kind", getKind(*platform));
-        each.addKey("platformFile", platform->getPlatformFile());
+        each.addKey("platformFile", HostText::toUtf8(platform->getPlatformFile()));
         list.addItem(std::move(each));
     }
     zep_platform::JSONListWriter texts;
     for (const std::string& text : errors)
-        texts.addItem(text);
+        texts.addItem(HostText::toUtf8(text));
     zep_platform::JSONObjectWriter root;
     root.addKey("platforms", std::move(list));
     root.addKey("errors", std::move(texts));

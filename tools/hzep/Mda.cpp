@@ -5,9 +5,9 @@
 #include "Verbs.h"
 
 #include "HMDAArchive.h"
+#include "HZEPArchiveEdit.h"
 #include "HostFile.h"
 #include "HostZip.h"
-#include "HostZipUpdate.h"
 #include "JSONObjectWriter.h"
 
 #include <algorithm>
@@ -56,7 +56,7 @@ HMDAArchive open(const std::string& file) {
 }
 
 void add(const Options& options) {
-    HMDAArchive archive = open(options.file);
+    const HMDAArchive archive = open(options.file);
     const bool isFolder = HostFile::isDir(options.source);
     if (!isFolder && !HostFile::isRegularFile(options.source))
         throw Unusable(options.source + (HostFile::exists(options.source) ? ": is no regular file" : ": no such file"));
@@ -71,14 +71,7 @@ void add(const Options& options) {
         throw Unusable("a block design stands in the folder \"bd\", not in \"" + options.entry + "\"");
     if (options.entry == archive.getJsonFileName())
         throw Unusable("\"" + options.entry + "\" is the archive's index, not a file of a type");
-    refusing(options.file, [&] {
-        // Tells what is wrong with the archive or the name, which the next step would only refuse.
-        HostZipUpdate(options.file).begin(options.entry);
-        if (isFolder)
-            archive.archiveDirectory(options.type, options.entry, options.source);
-        else
-            archive.archive(options.type, options.entry, options.source);
-    });
+    refusing(options.file, [&] { HZEPArchiveEdit::addToIndex(options.file, options.type, options.entry, options.source); });
 }
 
 /// What the members of an archive measure, in bytes.
@@ -177,8 +170,9 @@ void addMda(CLI::App& app, Session& session) {
     add->add_option("TYPE", options->type, "The file's type; it takes the place of the one of that type in the list")->required();
     add->add_option("ENTRY", options->entry, "The name of the entry; one that is there gets the new content")->required();
     add->add_option("SOURCE", options->source, "The file; for DR_BD, BOARD_REPO_PATH and IP_REPO_PATH a folder")->required();
-    add->footer("The index is written anew and the archive's digest stamped. A block design stands in \"bd\".\n"
-                "Example: hzep mda add card.mda IP_REPO_PATH ip_repo build/ip_repo");
+    add->footer(
+        "The index gets the file in its list, and every other byte of it stays; the digest is stamped. A block design stands in \"bd\".\n"
+        "Example: hzep mda add card.mda IP_REPO_PATH ip_repo build/ip_repo");
     add->callback([options] { ::add(*options); });
 
     CLI::App* list = addVerb(mda, "list", "List the files of a metadata archive with their types and sizes in bytes", options);

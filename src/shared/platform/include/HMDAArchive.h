@@ -10,7 +10,9 @@
 #include <string>
 
 /// A metadata archive: a zip file of what a platform needs beside its hardware description, with the index "mda.json". A value; what
-/// changes the file replaces it as a whole, so that after a failure or a crash it is what it was, or whole with all of the change.
+/// changes the file replaces it as a whole, so that after a failure or a crash it is what it was, or whole with all of the change. The
+/// index is written anew with each change: keys that are not told here are lost. HZEPArchiveEdit::addToIndex keeps them. Bytes that are
+/// no UTF-8, which nobody could read again, raise HostDataException and leave the archive as it was.
 class HZEP_EXPORT HMDAArchive : public zep_platform::JSONSerializable {
 public:
     const std::string& getFile() const { return file_; }
@@ -63,9 +65,7 @@ public:
     static bool isDirectoryType(const std::string& type);
 
 private:
-    /// Member names and the files that they get.
-    using Sources = std::map<std::string, std::string>;
-    void put_(const std::string& type, const std::string& name, const Sources& sources);
+    void put_(const std::string& type, const std::string& name, const std::map<std::string, std::string>& sources);
     void ensureArchive_(const std::string& operation) const;
     std::string extractDir_(const std::string& name, const std::string& destDir) const;
     std::string extractFile_(const std::string& name, const std::string& destDir) const;

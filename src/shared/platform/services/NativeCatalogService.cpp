@@ -7,6 +7,7 @@
 #include "HZEPPlatform.h"
 #include "HZEPReconfigurablePartition.h"
 #include "HostErrors.h"
+#include "HostText.h"
 #include "NativePlatformRepoService.h"
 #include "PlatformLoader.h"
 
@@ -34,7 +35,7 @@ std::string toText(bool value) {
 std::string render(const ptree& tree) {
     std::ostringstream text;
     HZEPJSONText::write(text, tree);
-    return text.str();
+    return HostText::toUtf8(text.str()); // paths may be any bytes
 }
 
 void putHpfmFile(ptree& out, const char* key, const HZEPHardwarePlatform& hardware) {

@@ -5,6 +5,7 @@
 #include "HZEPHardwarePlatform.h"
 #include "HZEPJSONText.h"
 #include "HZEPPlatform.h"
+#include "HostText.h"
 #include "JSONObjectWriter.h"
 
 #include <boost/algorithm/string/erase.hpp>
@@ -163,7 +164,8 @@ std::string NativeObjectService::getAsJsonStr(PlatformLoader* loader) const {
     writer.writeObject(*platform);
     std::ostringstream stream;
     writer.write(stream);
-    return std::move(stream).str();
+    std::string text = std::move(stream).str();
+    return HostText::isUtf8(text) ? text : HostText::toUtf8(text); // names of files may be any bytes
 }
 
 ptree NativeObjectService::getAsPropertyTree(const std::string& file) const {

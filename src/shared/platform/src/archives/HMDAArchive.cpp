@@ -2,12 +2,15 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HMDAArchive.h"
 
+#include "../foundations/CheckedDocument.h"
+#include "FolderFiles.h"
 #include "HZEPJSONText.h"
 #include "HZEPJSONUtils.h"
 #include "HostErrors.h"
 #include "HostFile.h"
 #include "HostFileUtils.h"
 #include "HostMsgMgr.h"
+#include "HostText.h"
 #include "HostZip.h"
 #include "HostZipMember.h"
 #include "HostZipSession.h"
@@ -18,7 +21,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
-#include <sstream>
 
 namespace fs = std::filesystem;
 using boost::property_tree::ptree;
@@ -37,18 +39,11 @@ constexpr char kBlockDesign[] = "DR_BD";
 constexpr char kBlockDesignFolder[] = "bd";
 constexpr int kOverwrite = 1;
 
-std::string withoutTrailingSeparators(std::string name) {
-    while (name.ends_with('/'))
-        name.pop_back();
-    return name;
-}
-
+/// The index's text, which raises before any archive is touched when nobody could read it.
 std::string render(const HMDAArchive& archive) {
     zep_platform::JSONObjectWriter writer;
     writer.writeObject(archive);
-    std::ostringstream text;
-    writer.write(text);
-    return text.str();
+    return zep_platform::renderChecked(writer);
 }
 
 /// Makes the folders of a member below a directory; none of them may be a link.
@@ -129,8 +124,9 @@ void HMDAArchive::create() const {
         throw HostAlgException(operation + "mdaFile is not set");
     if (HostFile::exists(file_))
         throw HostUserException(operation + "mdaFile exists already: " + file_);
+    const std::string index = render(*this);
     HostZipUpdate archive = HostZipUpdate::create(file_);
-    archive.put(getJsonFileName(), render(*this));
+    archive.put(getJsonFileName(), index);
     archive.attachDigest();
     archive.commit();
 }
@@ -144,24 +140,7 @@ void HMDAArchive::archiveDirectory(const std::string& type, const std::string& n
     const std::string operation = "HMDAArchive::archiveDirectory() - ";
     ensureArchive_(operation);
     const std::string folder = withoutTrailingSeparators(name);
-    const std::string self = HostFile::getCanonicalName(file_);
-    const fs::path root = HostFile::getCanonicalName(source);
-    Sources sources;
-    std::error_code error;
-    fs::recursive_directory_iterator at(root, error);
-    for (; !error && at != fs::recursive_directory_iterator(); at.increment(error)) {
-        const fs::file_status status = at->symlink_status(error);
-        if (fs::is_directory(status) || at->path() == self)
-            continue;
-        if (!error && !fs::is_regular_file(status))
-            throw HostUserException(operation + "is a link or a special file: " + at->path().string());
-        sources[folder + "/" + at->path().lexically_relative(root).string()] = at->path().string();
-    }
-    if (error)
-        throw HostUserException(operation + "Could not read directory: " + source);
-    if (sources.empty())
-        throw HostUserException(operation + "directory holds no files: " + source);
-    put_(type, folder, sources);
+    put_(type, folder, findFolderFiles(operation, file_, folder, source));
 }
 
 void HMDAArchive::ensureArchive_(const std::string& operation) const {
@@ -173,13 +152,14 @@ void HMDAArchive::ensureArchive_(const std::string& operation) const {
         throw HostAlgException(operation + "mdaFile does not exist");
 }
 
-void HMDAArchive::put_(const std::string& type, const std::string& name, const Sources& sources) {
+void HMDAArchive::put_(const std::string& type, const std::string& name, const MemberSources& sources) {
     const std::string operation = "HMDAArchive::archiveFile() - ";
     HMDAArchive next(*this);
     next.files_.add(type, name);
     for (const auto& [member, source] : sources)
         if (!HostFileUtils::isReadable(source))
             throw HostUserException(operation + "Could not open file for reading: " + source);
+    const std::string index = render(next);
     std::optional<HostZipUpdate> update;
     HostFault fault;
     try {
@@ -196,17 +176,18 @@ void HMDAArchive::put_(const std::string& type, const std::string& name, const S
             throw HostUserException(operation + "Could not open file for streaming: " + member, fault);
         update->putFile(member, source);
     }
-    update->put(getJsonFileName(), render(next));
+    update->put(getJsonFileName(), index);
     update->attachDigest();
     update->commit();
     files_ = next.files_;
 }
 
 void HMDAArchive::writeJSON() const {
+    const std::string index = render(*this);
     hoststream::iostreams::zip_ostream out(getJsonFileName(), file_, 0);
     if (!out.is_open())
         throw HostUserException("HMDAArchive::writeJSON() - Could not open file for streaming: " + file_);
-    out << render(*this);
+    out << index;
     out.close();
 }
 

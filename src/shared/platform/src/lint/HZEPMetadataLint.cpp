@@ -230,6 +230,25 @@ std::optional<Kind> recognise(const std::string& path, const std::string& text) 
 
 } // namespace
 
+std::optional<Kind> lint::getListedKind(const std::string& type) {
+    return findKind(kMemberTypes, type);
+}
+
+std::optional<Finding> lint::findRefusal(const std::string& text, Kind kind) {
+    if (text.empty() && kind == Kind::ExtensionJson)
+        return std::nullopt;
+    Findings findings;
+    if (isJson(kind))
+        readJson(text, findings);
+    else
+        readXml(text, kind, findings);
+    if (!findings.has(Rule::Parse) && !findings.has(Rule::Schema))
+        return std::nullopt;
+    const std::vector<Finding> found = findings.take();
+    return *std::find_if(found.begin(), found.end(),
+                         [](const Finding& finding) { return finding.rule->severity == HZEPMetadataLint::Error; });
+}
+
 std::vector<HZEPMetadataLint::Finding> HZEPMetadataLint::check(const std::string& path) {
     if (HZEPHardwarePlatform::isValidPlatformExt(std::filesystem::path(path).extension().string()))
         return ArchiveCheck(path).check();

@@ -4,13 +4,27 @@
 
 #include "ChunkedText.h"
 #include "HZEPPlatform.h"
+#include "HostText.h"
 #include "JSONObjectWriter.h"
 #include "PlatformLoader.h"
 
+#include <algorithm>
+#include <memory>
 #include <ostream>
 #include <stdexcept>
+#include <string>
 
 namespace {
+
+/// Names of files may be any bytes, and so come into a document; text is UTF-8.
+char* makeUtf8(std::unique_ptr<char[]> text) {
+    if (HostText::isUtf8(text.get()))
+        return text.release();
+    const std::string clean = HostText::toUtf8(text.get());
+    text.reset(new char[clean.size() + 1]);
+    std::copy_n(clean.c_str(), clean.size() + 1, text.get());
+    return text.release();
+}
 
 /// The loaded platform goes, then the tree, and only then is the whole text laid out: a large document is never held in all three
 /// forms.
@@ -29,7 +43,7 @@ char* renderPlatform(const char* path, const Fill& fill) {
         stream.exceptions(std::ios::badbit | std::ios::failbit);
         writer.write(stream);
     }
-    return text.release();
+    return makeUtf8(std::unique_ptr<char[]>(text.release()));
 }
 
 } // namespace
