@@ -97,5 +97,6 @@ void ZipFile::close() {
 }
 
 void ZipFile::fail(const std::string& step) const {
-    throw HostError(shown_ + ": " + step + ": " + std::strerror(errno));
+    const std::string cause = step + ": " + std::strerror(errno);
+    throw HostError(shown_ + ": " + cause, {shown_, "", 0, 0, cause});
 }

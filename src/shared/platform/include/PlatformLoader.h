@@ -6,6 +6,7 @@
 #include "PlatformParseException.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 class HPLPlatform;
@@ -35,6 +36,13 @@ public:
     /// Any exception but PlatformParseException passes through.
     std::shared_ptr<HZEPPlatform> load();
 
+    /// Where and why load() failed; nothing when it did not.
+    const HostFault& getFault() const { return fault_; }
+
+    /// Why a load() on this thread failed since the last call, the last one of several. For callers of services, which load by
+    /// themselves and have the same empty answer for a platform that can't be loaded and for nothing found.
+    static std::optional<PlatformParseException> takeLastFailure();
+
     /// The steps of load(), each doing nothing when its object is there already. They raise PlatformParseException and then leave
     /// the loader as it was.
     void attachHardwarePlatform();
@@ -58,7 +66,7 @@ private:
     std::string hardwareFile_() const;
     std::string softwareFile_() const;
     std::unique_ptr<HPLPlatform> readHardware_(const std::string& file) const;
-    std::unique_ptr<HPLPlatform> readJsonHardware_(const std::string& file) const;
+    std::unique_ptr<HPLPlatform> readJsonHardware_(const std::string& file, HostFault& fault) const;
 
     void attachHardwarePlatform_(HZEPReconfigurablePartition* partition);
     void attachHardwareEmulationPlatform_(HZEPReconfigurablePartition* partition);
@@ -70,6 +78,7 @@ private:
     PlatformFileKind fileKind_ = PlatformFile;
     bool loaded_ = false;
     HwMetadataMode hwMetadataMode_;
+    HostFault fault_;
 };
 
 } // namespace zep_platform

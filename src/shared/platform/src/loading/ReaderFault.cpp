@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#include "ReaderFault.h"
+
+#include "HostErrors.h"
+
+#include <boost/property_tree/json_parser/error.hpp>
+
+HostFault toReaderFault(const std::exception& error, const std::string& file, const std::string& member) {
+    if (const auto* parse = dynamic_cast<const boost::property_tree::json_parser::json_parser_error*>(&error))
+        return {file, member, parse->line(), 0, parse->message()};
+    if (const auto* host = dynamic_cast<const HostErrorBase*>(&error); host && !host->getFault().file.empty())
+        return host->getFault();
+    return {file, member, 0, 0, error.what()};
+}
