@@ -141,6 +141,13 @@ void Session::say(const std::string& severity, const std::string& text) {
     sayLines("hzep: " + severity + ": ", text);
 }
 
+void Session::sayUsage(const std::string& text) {
+    if (areErrorsJson)
+        return sayJson(text, {});
+    sayLines("", text);
+    sayLines("", "Run with --help for more information.");
+}
+
 void Session::report(const std::exception& error) {
     if (areErrorsJson)
         sayJson(error.what(), getFaultOf(error));

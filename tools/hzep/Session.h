@@ -83,6 +83,9 @@ public:
     /// are indented.
     static void say(const std::string& severity, const std::string& text);
 
+    /// What is wrong with the command line, and where to look.
+    static void sayUsage(const std::string& text);
+
     /// Says an error, with what it tells of the place.
     static void report(const std::exception& error);
 
