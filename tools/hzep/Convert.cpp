@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Output.h"
 #include "Verbs.h"
 
 #include "HPLPlatform.h"
@@ -18,35 +19,40 @@ namespace {
 
 struct Options {
     std::string input;
-    std::string out;
+    Output output;
 };
 
-void writeJson(const HPLPlatform& platform, const std::string& out) {
+std::string renderJson(const HPLPlatform& platform) {
     zep_platform::JSONObjectWriter writer;
     platform.toJSON(writer);
     std::ostringstream text;
     writer.write(text);
     text << '\n';
-    HostFileUtils::writeFileAtomically(out, text.str());
+    return std::move(text).str();
 }
 
-void write(HPLPlatform& platform, const Options& options, bool asXml) {
+void write(Session& session, HPLPlatform& platform, const Options& options, bool asXml) {
     try {
-        if (asXml)
-            HZEPDsaXmlWriter(&platform, options.out).writeDSA();
+        if (options.output.isStandardOutput())
+            session.out() << renderJson(platform);
+        else if (asXml)
+            HZEPDsaXmlWriter(&platform, options.output.path).writeDSA();
         else
-            writeJson(platform, options.out);
+            HostFileUtils::writeFileAtomically(options.output.path, renderJson(platform));
     } catch (const lmx60::lmx_exception& error) {
         throw Negative(options.input + ": can't be told in XML: " + error.what());
     } catch (const std::exception& error) {
-        throw Unusable(error.what());
+        throw Unusable(error);
     }
 }
 
 void convert(Session& session, const Options& options) {
-    const std::string outExtension = HostFile(options.out).getExt();
+    const std::string& out = options.output.path;
+    const std::string outExtension = options.output.isStandardOutput() ? "json" : HostFile(out).getExt();
     if (outExtension != "xml" && outExtension != "json")
-        throw Unusable(options.out + ": the output must end in .xml or .json");
+        throw Unusable(out + ": the output must end in .xml or .json");
+    if (!options.output.isStandardOutput())
+        ensureFree(out, options.output.isForced);
     const std::string extension = HostFile(options.input).getExt();
     if (extension == "json") {
         HPLPlatform platform;
@@ -57,9 +63,9 @@ void convert(Session& session, const Options& options) {
             throw;
         } catch (const std::exception& error) {
             const std::string what = error.what();
-            throw Unusable(what.find(options.input) == std::string::npos ? options.input + ": " + what : what);
+            throw Unusable(what.find(options.input) == std::string::npos ? options.input + ": " + what : what, getFaultOf(error));
         }
-        write(platform, options, outExtension == "xml");
+        write(session, platform, options, outExtension == "xml");
         return;
     }
     if (!HZEPHardwarePlatform::isValidPlatformExt("." + extension))
@@ -68,7 +74,7 @@ void convert(Session& session, const Options& options) {
     auto* hardware = dynamic_cast<HPLPlatform*>(platform->getHardwarePlatform());
     if (!hardware)
         throw Unusable(options.input + ": has no hardware platform");
-    write(*hardware, options, outExtension == "xml");
+    write(session, *hardware, options, outExtension == "xml");
 }
 
 } // namespace
@@ -77,9 +83,13 @@ void addConvert(CLI::App& app, Session& session) {
     auto options = std::make_shared<Options>();
     CLI::App* verb = app.add_subcommand("convert", "Write the metadata of an archive as JSON or as XML");
     verb->add_option("ARCHIVE", options->input, "An archive (.dsa, .kar), or JSON metadata taken out of one (.json)")->required();
-    verb->add_option("-o,--output", options->out, "The file to write; its extension, .xml or .json, tells the form")->required();
+    addOutput(verb, options->output, "The file to write, whose extension, .xml or .json, tells the form; '-' for JSON to standard output")
+        ->required();
     verb->footer("XML has room for less than JSON; docs/xml-metadata.md tells what gets lost.\n"
                  "Exit status: 1 for metadata that can't be told in XML; then nothing is written.\n"
                  "Example: hzep convert card/hw/card.dsa -o kar.json");
-    verb->callback([options, &session] { convert(session, *options); });
+    verb->callback([options, &session] {
+        options->input = Session::findArchive(options->input);
+        convert(session, *options);
+    });
 }

@@ -17,7 +17,6 @@
 #include <filesystem>
 #include <iostream>
 #include <iterator>
-#include <optional>
 #include <unistd.h>
 
 using zep_platform::PlatformLoader;
@@ -41,14 +40,6 @@ bool contains(const std::string& text, const std::string& part) {
 
 bool isSame(const HostFault& a, const HostFault& b) {
     return a.file == b.file && a.member == b.member && a.line == b.line && a.column == b.column && a.cause == b.cause;
-}
-
-/// "MEMBER:LINE: CAUSE", as far as they are known.
-std::string describe(const HostFault& fault) {
-    std::string place = fault.member;
-    if (fault.line > 0)
-        place += (place.empty() ? "line " : ":") + std::to_string(fault.line);
-    return place + (place.empty() ? "" : ": ") + fault.cause;
 }
 
 void sayLines(const std::string& heading, const std::string& text) {
@@ -78,21 +69,6 @@ void sayJson(const std::string& text, const HostFault& fault) {
     for (std::string part; std::getline(document, part);)
         line += (line.empty() ? "" : " ") + part.substr(std::min(part.find_first_not_of(' '), part.size()));
     std::cerr << line + "\n" << std::flush;
-}
-
-/// What stands at the path can be read, or Unusable says why not.
-void checkReadable(const std::string& path) {
-    const std::string expected = "; a platform file, an archive or a software file was expected";
-    const auto refuse = [&](const std::string& cause) { throw Unusable(path + ": " + cause, {path, "", 0, 0, cause}); };
-    std::error_code error;
-    if (path.empty())
-        throw Unusable("the path is empty");
-    if (!HostFile::exists(path))
-        refuse(std::filesystem::is_symlink(path, error) ? "is a link that leads nowhere" : "no such file");
-    if (HostFile::isDir(path))
-        refuse("is a directory" + expected);
-    if (!HostFile::isRegularFile(path))
-        refuse("is no regular file" + expected);
 }
 
 } // namespace
@@ -159,10 +135,43 @@ std::string Session::find(const std::string& operand) {
     return findPlatform(operand);
 }
 
+std::string Session::findArchive(const std::string& operand) {
+    const std::string path = find(operand);
+    if (path == operand)
+        return path;
+    std::string archive;
+    try {
+        archive = PlatformLoader(path).getHardwarePlatformFile();
+    } catch (const std::exception& error) {
+        throw Unusable(path + ": " + error.what(), getFaultOf(error));
+    }
+    if (archive.empty())
+        throw Unusable(path + ": names no hardware archive of the whole platform");
+    return archive;
+}
+
+void Session::checkReadable(const std::string& path, const std::string& what) {
+    const auto refuse = [&](const std::string& cause) { throw Unusable(path + ": " + cause, {path, "", 0, 0, cause}); };
+    std::error_code error;
+    if (path.empty())
+        throw Unusable("the path is empty");
+    if (!HostFile::exists(path))
+        refuse(std::filesystem::is_symlink(path, error) ? "is a link that leads nowhere" : "no such file");
+    if (!HostFile::isRegularFile(path))
+        refuse((HostFile::isDir(path) ? "is a directory; " : "is no regular file; ") + what + " was expected");
+}
+
 std::string Session::resolve(const std::string& path) {
     const std::string extension = std::filesystem::path(path).extension().string();
     const bool isPlatformFile = !HZEPHardwarePlatform::isValidPlatformExt(extension) && extension != ".spfm";
     return isPlatformFile && !path.empty() && !contains(path, "/") ? "./" + path : path;
+}
+
+std::string Session::describe(const HostFault& fault) {
+    std::string place = fault.member;
+    if (fault.line > 0)
+        place += (place.empty() ? "line " : ":") + std::to_string(fault.line);
+    return place + (place.empty() ? "" : ": ") + fault.cause;
 }
 
 bool Session::isTerminal() {
@@ -182,28 +191,28 @@ void Session::forwardMessages() {
             say(HostMsgMgr::getSeverityName(message.severityMask), text);
 }
 
-std::vector<HostMsg> Session::takeErrors() {
-    const auto errors = std::stable_partition(messages_.begin(), messages_.end(),
-                                              [](const HostMsg& message) { return message.severityMask < HostMsgMgr::Error; });
-    std::vector<HostMsg> taken(std::make_move_iterator(errors), std::make_move_iterator(messages_.end()));
-    messages_.erase(errors, messages_.end());
-    return taken;
+std::vector<HostMsg> Session::takeMessages() {
+    return std::exchange(messages_, {});
 }
 
-void Session::ask(const std::string& operand, const std::function<bool(const std::string& path)>& question) {
-    askAt(find(operand), question);
+std::shared_ptr<HZEPPlatform> Session::load(const std::string& operand, PlatformLoader::HwMetadataMode mode) {
+    return open(operand, mode).load();
 }
 
-void Session::askAt(const std::string& path, const std::function<bool(const std::string& path)>& question) {
-    checkReadable(path);
+PlatformLoader Session::open(const std::string& operand, PlatformLoader::HwMetadataMode mode) {
+    const std::string path = find(operand);
+    checkReadable(path, "a platform file, an archive or a software file");
     forwardMessages();
-    PlatformLoader::takeLastFailure();
+    const std::string resolved = resolve(path);
     try {
-        const bool isAnswered = question(resolve(path));
-        if (const auto failure = PlatformLoader::takeLastFailure())
-            fail(path, *failure);
-        if (isAnswered)
-            return forwardMessages();
+        PlatformLoader loader(resolved, mode);
+        const auto platform = loader.load();
+        if (!platform)
+            fail(path, *loader.getFailure());
+        if (resolved != path)
+            platform->setPlatformFile(path);
+        forwardMessages();
+        return loader;
     } catch (const Failure&) {
         throw;
     } catch (const std::bad_alloc&) {
@@ -217,20 +226,6 @@ void Session::askAt(const std::string& path, const std::function<bool(const std:
     } catch (const std::exception& error) {
         fail(path, error.what(), getFaultOf(error));
     }
-    fail(path, "it could not be read", {path, "", 0, 0, ""});
-}
-
-std::shared_ptr<HZEPPlatform> Session::load(const std::string& operand, PlatformLoader::HwMetadataMode mode) {
-    return open(operand, mode).load();
-}
-
-PlatformLoader Session::open(const std::string& operand, PlatformLoader::HwMetadataMode mode) {
-    std::optional<PlatformLoader> loader;
-    const std::string path = find(operand);
-    askAt(path, [&](const std::string& resolved) { return loader.emplace(resolved, mode).load() != nullptr; });
-    if (resolve(path) != path)
-        loader->load()->setPlatformFile(path);
-    return *std::move(loader);
 }
 
 std::string Session::getDocument(const std::string& operand, bool isShort) {

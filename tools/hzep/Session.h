@@ -8,7 +8,6 @@
 #include "HostMsgMgr.h"
 #include "PlatformLoader.h"
 
-#include <functional>
 #include <memory>
 #include <ostream>
 #include <set>
@@ -59,7 +58,7 @@ public:
 
 /// One run of the program: results go to stdout, all that the library says on the way to stderr.
 ///
-/// Where a platform is wanted an operand may be a path or the name of an installed platform: load, open, ask and getDocument take both.
+/// Where a platform is wanted an operand may be a path or the name of an installed platform: load, open and getDocument take both.
 class Session {
 public:
     Session();
@@ -93,6 +92,12 @@ public:
     /// else the platform file of the installed platform of that name. Raises Unusable when there is none.
     static std::string find(const std::string& operand);
 
+    /// The same where an archive is wanted: the hardware archive of an installed platform.
+    static std::string findArchive(const std::string& operand);
+
+    /// Raises Unusable unless a regular file is at the path; `what` was expected there.
+    static void checkReadable(const std::string& path, const std::string& what);
+
     /// The path as the loader and the services that load by path are to be asked, since they look for the files of a platform file named
     /// without a directory at the root.
     static std::string resolve(const std::string& path);
@@ -106,21 +111,19 @@ public:
     zep_platform::PlatformLoader
     open(const std::string& operand, zep_platform::PlatformLoader::HwMetadataMode mode = zep_platform::PlatformLoader::PreferAlternateJson);
 
-    /// Asks the library about the file that the operand stands for; the question is given its resolved path. Raises Unusable as load does
-    /// when the question answers false or raises, or when a loader failed meanwhile.
-    void ask(const std::string& operand, const std::function<bool(const std::string& path)>& question);
-
     /// The platform's document. Raises Unusable as load does.
     std::string getDocument(const std::string& operand, bool isShort);
 
-    /// What the library has sent so far as an error; it is not said again.
-    std::vector<HostMsg> takeErrors();
+    /// What the library has sent so far; it is not said again.
+    std::vector<HostMsg> takeMessages();
+
+    /// "MEMBER:LINE: CAUSE", as far as they are known.
+    static std::string describe(const HostFault& fault);
 
     /// stdout is a terminal.
     static bool isTerminal();
 
 private:
-    void askAt(const std::string& path, const std::function<bool(const std::string& path)>& question);
     [[noreturn]] void fail(const std::string& path, const zep_platform::PlatformParseException& failure);
     [[noreturn]] void fail(const std::string& path, const char* conclusion, HostFault fault);
     void forwardMessages();

@@ -57,9 +57,7 @@ void HostFileUtils::makeAbsolutePath(std::string& path) {
 }
 
 std::string HostFileUtils::readFile(const std::string& path, unsigned long long limit) {
-    const auto fail = [&path](const std::string& cause) {
-        throw HostError("cannot read the file '" + path + "': " + cause, {path, "", 0, 0, cause});
-    };
+    const auto fail = [&path](const std::string& cause) { throw HostError("cannot read the file '" + path + "': " + cause); };
     if (path.empty() || path.find('\0') != std::string::npos)
         fail("not a file name");
     // Not blocking, so that a pipe that nobody writes to is no trap.

@@ -134,6 +134,6 @@ void HostReplacement::commit() {
 }
 
 void HostReplacement::fail(const char* step) const {
-    const std::string cause = std::strerror(errno);
-    throw HostError(std::string("cannot ") + step + " the file '" + path_ + "': " + cause, {path_, "", 0, 0, cause});
+    const int cause = errno;
+    throw HostError(std::string("cannot ") + step + " the file '" + path_ + "': " + std::strerror(cause));
 }

@@ -72,5 +72,5 @@ std::string HostZipArchive::getRefusal(std::size_t index, std::uint64_t maxSize)
 }
 
 void HostZipArchive::fail(const std::string& entry, const std::string& cause) const {
-    throw HostError(path_ + ": " + entry + ": " + cause, {path_, entry, 0, 0, cause});
+    throw HostError(path_ + ": " + entry + ": " + cause);
 }

@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(const std::string& cause) const { throw HostError(archive_ + ": " + cause, {archive_, "", 0, 0, cause}); }
+    [[noreturn]] void fail(const std::string& cause) const { throw HostError(archive_ + ": " + cause); }
     [[noreturn]] void fail(const ZipMember& member, const std::string& cause) const {
         fail(HostText::makePrintable(member.name) + ": " + cause);
     }

@@ -97,6 +97,5 @@ void ZipFile::close() {
 }
 
 void ZipFile::fail(const std::string& step) const {
-    const std::string cause = step + ": " + std::strerror(errno);
-    throw HostError(shown_ + ": " + cause, {shown_, "", 0, 0, cause});
+    throw HostError(shown_ + ": " + step + ": " + std::strerror(errno));
 }

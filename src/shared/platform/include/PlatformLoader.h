@@ -36,12 +36,8 @@ public:
     /// Any exception but PlatformParseException passes through.
     std::shared_ptr<HZEPPlatform> load();
 
-    /// Where and why load() failed; nothing when it did not.
-    const HostFault& getFault() const { return fault_; }
-
-    /// Why a load() on this thread failed since the last call, the last one of several. For callers of services, which load by
-    /// themselves and have the same empty answer for a platform that can't be loaded and for nothing found.
-    static std::optional<PlatformParseException> takeLastFailure();
+    /// Why load() failed, with the place and the cause; nothing when it did not.
+    const std::optional<PlatformParseException>& getFailure() const { return failure_; }
 
     /// The steps of load(), each doing nothing when its object is there already. They raise PlatformParseException and then leave
     /// the loader as it was.
@@ -78,7 +74,7 @@ private:
     PlatformFileKind fileKind_ = PlatformFile;
     bool loaded_ = false;
     HwMetadataMode hwMetadataMode_;
-    HostFault fault_;
+    std::optional<PlatformParseException> failure_;
 };
 
 } // namespace zep_platform

@@ -25,8 +25,6 @@ namespace {
 
 constexpr const char* kBadHardware = "Failed to parse Hardware Platform metadata file";
 
-thread_local std::optional<PlatformParseException> lastFailure;
-
 [[noreturn]] void failOverMissing(const std::string& text, const std::string& file) {
     throw PlatformParseException(text, {file, "", 0, 0, "does not exist"});
 }
@@ -80,16 +78,11 @@ std::shared_ptr<HZEPPlatform> PlatformLoader::load() {
         attachSoftwarePlatform();
         loaded_ = true;
     } catch (const PlatformParseException& e) {
-        fault_ = e.getFault();
-        lastFailure = e;
-        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, "@74-60@%s", {e.what()}, fault_);
+        failure_ = e;
+        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, "@74-60@%s", {e.what()}, e.getFault());
         platform_.reset();
     }
     return platform_;
-}
-
-std::optional<PlatformParseException> PlatformLoader::takeLastFailure() {
-    return std::exchange(lastFailure, std::nullopt);
 }
 
 std::string PlatformLoader::hardwareFile_() const {
