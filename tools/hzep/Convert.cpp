@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 
 #include "Losses.h"
+#include "Output.h"
 #include "Verbs.h"
 
 #include "HPLPlatform.h"
@@ -21,7 +22,7 @@ namespace {
 
 struct Options {
     std::string input;
-    std::string out;
+    Output output;
     bool isStrict = false;
 };
 
@@ -57,23 +58,28 @@ std::string readMetadata(const std::string& archive) {
     return HostZip::readMember(archive, ext + ".xml");
 }
 
-void write(HPLPlatform& platform, const Options& options, bool asXml) {
+void write(Session& session, HPLPlatform& platform, const Options& options, bool asXml) {
     try {
-        if (asXml)
-            HZEPDsaXmlWriter(&platform, options.out).writeDSA();
+        if (options.output.isStandardOutput())
+            session.out() << renderDocument(platform) << '\n';
+        else if (asXml)
+            HZEPDsaXmlWriter(&platform, options.output.path).writeDSA();
         else
-            HostFileUtils::writeFileAtomically(options.out, renderDocument(platform) + '\n');
+            HostFileUtils::writeFileAtomically(options.output.path, renderDocument(platform) + '\n');
     } catch (const lmx60::lmx_exception& error) {
         throw Negative(options.input + ": can't be told in XML: " + error.what());
     } catch (const std::exception& error) {
-        throw Unusable(error.what());
+        throw Unusable(error);
     }
 }
 
 void convert(Session& session, const Options& options) {
-    const std::string outExtension = HostFile(options.out).getExt();
+    const std::string& out = options.output.path;
+    const std::string outExtension = options.output.isStandardOutput() ? "json" : HostFile(out).getExt();
     if (outExtension != "xml" && outExtension != "json")
-        throw Unusable(options.out + ": the output must end in .xml or .json");
+        throw Unusable(out + ": the output must end in .xml or .json");
+    if (!options.output.isStandardOutput())
+        ensureFree(out, options.output.isForced);
     const std::string extension = HostFile(options.input).getExt();
     if (extension == "json") {
         HPLPlatform platform;
@@ -86,10 +92,10 @@ void convert(Session& session, const Options& options) {
             throw;
         } catch (const std::exception& error) {
             const std::string what = error.what();
-            throw Unusable(what.find(options.input) == std::string::npos ? options.input + ": " + what : what);
+            throw Unusable(what.find(options.input) == std::string::npos ? options.input + ": " + what : what, getFaultOf(error));
         }
         tellLosses(text, platform, options, outExtension == "xml");
-        write(platform, options, outExtension == "xml");
+        write(session, platform, options, outExtension == "xml");
         return;
     }
     if (!HZEPHardwarePlatform::isValidPlatformExt("." + extension))
@@ -99,7 +105,7 @@ void convert(Session& session, const Options& options) {
     if (!hardware)
         throw Unusable(options.input + ": has no hardware platform");
     tellLosses(readMetadata(options.input), *hardware, options, outExtension == "xml");
-    write(*hardware, options, outExtension == "xml");
+    write(session, *hardware, options, outExtension == "xml");
 }
 
 } // namespace
@@ -108,10 +114,14 @@ void addConvert(CLI::App& app, Session& session) {
     auto options = std::make_shared<Options>();
     CLI::App* verb = app.add_subcommand("convert", "Write the metadata of an archive as JSON or as XML");
     verb->add_option("ARCHIVE", options->input, "An archive (.dsa, .kar), or JSON metadata taken out of one (.json)")->required();
-    verb->add_option("-o,--output", options->out, "The file to write; its extension, .xml or .json, tells the form")->required();
+    addOutput(verb, options->output, "The file to write, whose extension, .xml or .json, tells the form; '-' for JSON to standard output")
+        ->required();
     Losses::addOption(verb, options->isStrict);
     verb->footer("XML has room for less than JSON; docs/xml-metadata.md tells what gets lost; the keys are named.\n"
                  "Exit status: 1 for metadata that can't be told in XML; then nothing is written.\n"
                  "Example: hzep convert card/hw/card.dsa -o kar.json");
-    verb->callback([options, &session] { convert(session, *options); });
+    verb->callback([options, &session] {
+        options->input = Session::findArchive(options->input);
+        convert(session, *options);
+    });
 }

@@ -32,19 +32,19 @@ std::map<std::string, std::string> getDict(Session& session, const Options& opti
     const NativeDictService service;
     std::map<std::string, std::string> dict;
     bool ok = true;
-    session.ask(options.path, [&] {
-        if (options.isFiltered)
-            dict = service.getFilteredDict(options.path, options.key);
-        if (dict.empty()) {
-            ok = false;
-            auto all = service.getAsDict(options.path, options.key, ok);
-            if (!options.isFiltered)
-                dict = std::move(all);
-        }
-        return true;
-    });
+    session.open(options.path);
+    const std::string path = Session::resolve(Session::find(options.path));
+    if (options.isFiltered)
+        dict = service.getFilteredDict(path, options.key);
+    if (dict.empty()) {
+        ok = false;
+        auto all = service.getAsDict(path, options.key, ok);
+        if (!options.isFiltered)
+            dict = std::move(all);
+    }
     if (!ok)
-        throw Negative(describeMissingKey(options.path, NativeObjectService().getAsPropertyTree(options.path), options.key));
+        throw Negative(describeMissingKey(
+            options.path, NativeObjectService().getAsPropertyTree(Session::resolve(Session::find(options.path))), options.key));
     return dict;
 }
 

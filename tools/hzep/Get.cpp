@@ -29,7 +29,8 @@ void get(Session& session, const Options& options) {
     if (printAt(session, document, options.key, options.isJson))
         return;
     const bool isPart = !options.path.ends_with(".zpfm");
-    if (isPart && printAt(session, NativeObjectService().getAsJsonStr(options.path), options.key, options.isJson))
+    if (isPart &&
+        printAt(session, NativeObjectService().getAsJsonStr(Session::resolve(Session::find(options.path))), options.key, options.isJson))
         return;
     ptree tree;
     HZEPJSONText::read(document, tree);

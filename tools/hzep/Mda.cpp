@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Output.h"
 #include "Table.h"
 #include "Verbs.h"
 
@@ -25,7 +26,7 @@ struct Options {
     std::string type;
     std::string entry;
     std::string source;
-    std::string directory = ".";
+    Output output;
     bool asJson = false;
 };
 
@@ -36,13 +37,12 @@ auto refusing(const std::string& file, Work work) {
         return work();
     } catch (const std::exception& error) {
         const std::string what = error.what();
-        throw Unusable(what.find(file) == what.npos ? file + ": " + what : what);
+        throw Unusable(what.find(file) == what.npos ? file + ": " + what : what, getFaultOf(error));
     }
 }
 
 HMDAArchive open(const std::string& file) {
-    if (!HostFile::isRegularFile(file))
-        throw Unusable(file + (HostFile::exists(file) ? ": is no regular file" : ": no such file"));
+    Session::checkReadable(file, "a metadata archive");
     if (const std::string fault = HostZip::getFault(file); !fault.empty())
         throw Unusable(file + ": " + fault);
     HMDAArchive archive;
@@ -129,7 +129,26 @@ void extract(Session& session, const Options& options) {
         throw Negative(options.file + ": no file of type \"" + options.type + "\"; 'hzep mda list' lists them");
     if (!HMDAArchive::isDirectoryType(options.type) && !HostZip::containsFile(options.file, name))
         throw Negative(options.file + ": the file of type \"" + options.type + "\", \"" + name + "\", is not in the archive");
-    session.out() << refusing(options.file, [&] { return archive.extract(options.type, options.directory); }) << '\n';
+    const Output& output = options.output;
+    const bool isFolder = HMDAArchive::isDirectoryType(options.type);
+    if (isFolder && output.isStandardOutput())
+        throw Unusable("a \"" + options.type + "\" is a folder, which can't be written to standard output");
+    if (!isFolder && output.isStandardOutput()) {
+        refusing(options.file, [&] { session.out() << HostZip::readMember(options.file, name); });
+        return;
+    }
+    if (!isFolder && !output.path.empty() && !output.isFolder()) {
+        ensureFree(output.path, output.isForced);
+        refusing(options.file, [&] { HostZip::extractMember(options.file, name, output.path); });
+        session.out() << output.path << '\n';
+        return;
+    }
+    const std::string folder = output.path.empty() ? "." : output.path.substr(0, output.path.find_last_not_of('/') + 1);
+    const std::string target = (folder.empty() ? "/" : folder + "/") + (options.type == "DR_BD" ? "bd" : name);
+    // A name that leads out is refused by the library, in its words.
+    if (!output.isForced && HostZipUpdate::getNameFault(name).empty() && HostFile::exists(target))
+        throw Unusable(target + ": is there already; --force replaces what is in it", {target, "", 0, 0, "is there already"});
+    session.out() << refusing(options.file, [&] { return archive.extract(options.type, folder.empty() ? "/" : folder); }) << '\n';
 }
 
 template <class Setter>
@@ -160,6 +179,8 @@ void addMda(CLI::App& app, Session& session) {
     addText(create, options, "--hier-name", &HMDAArchive::setHierName, "The hierarchy that the platform is");
     create->footer("Example: hzep mda create card.mda --pfm-name card --inst-path top/card_i");
     create->callback([options] {
+        if (HostFile::exists(options->file))
+            throw Unusable(options->file + ": is there already; 'hzep mda add' puts files into it");
         refusing(options->file, [&] {
             options->archive.setFile(options->file);
             options->archive.create();
@@ -183,7 +204,10 @@ void addMda(CLI::App& app, Session& session) {
     CLI::App* extract =
         addVerb(mda, "extract", "Take the file or folder of a type out of a metadata archive and print where it is", options);
     extract->add_option("TYPE", options->type, "A type that 'hzep mda list' shows")->required();
-    extract->add_option("-o,--output", options->directory, "The folder to put it in, keeping its path; else here");
+    addOutput(
+        extract, options->output,
+        "The file to write, '-' for standard output, or a folder (FOLDER/) to put it in, where it keeps its path; else here. A folder "
+        "is always put into one");
     extract->footer("Example: hzep mda extract card.mda DR_BD -o unpacked");
     extract->callback([options, &session] { ::extract(session, *options); });
 }

@@ -14,9 +14,6 @@
 
 namespace {
 
-constexpr const char* kNotParsed = "@74-260@%s%s%s";
-constexpr const char* kTwoSubsystems = "@74-261@";
-
 struct Options {
     std::string path;
     bool isStrict = false;
@@ -42,10 +39,7 @@ void tellLosses(const std::string& path, const std::string& before, const std::s
 }
 
 void repair(Session& session, const std::string& path, bool isStrict) {
-    if (!HostFile::exists(path))
-        throw Unusable(path + ": no such file");
-    if (HostFile::isDir(path))
-        throw Unusable(path + ": is a directory; a hardware platform file (.hpfm) was expected");
+    Session::checkReadable(path, "a hardware platform file (.hpfm)");
     bool isChanged = false;
     try {
         const std::string before = HostFileUtils::readFile(path);
@@ -58,13 +52,17 @@ void repair(Session& session, const std::string& path, bool isStrict) {
     } catch (const Negative&) {
         throw;
     } catch (const std::exception& error) {
-        throw Unusable(error.what());
+        throw Unusable(error);
     }
-    for (const HostMsg& message : session.takeErrors()) {
-        if (message.key == kTwoSubsystems)
+    for (const HostMsg& message : session.takeMessages()) {
+        HostFault fault = message.fault;
+        fault.file = path; // not the copy
+        // What is said without a fault is an answer: the file could be read.
+        if (fault.cause.empty() && message.severityMask >= HostMsgMgr::Error)
             throw Negative(path + ": " + HostMsgMgr::getText(message) + " The file stays as it is.");
-        throw Unusable(message.key == kNotParsed ? path + ":" + message.args[1] + ": " + message.args[2]
-                                                 : path + ": " + HostMsgMgr::getText(message));
+        if (message.severityMask >= HostMsgMgr::Error)
+            throw Unusable(path + (fault.line > 0 ? ":" + std::to_string(fault.line) : "") + ": " + fault.cause, fault);
+        Session::say(HostMsgMgr::getSeverityName(message.severityMask), HostMsgMgr::getText(message));
     }
     session.out() << path
                   << (isChanged ? ": all HBM banks that may be assigned are preferred now, as some of them were\n"

@@ -28,9 +28,9 @@ void verify(Session& session, const std::string& archive) {
 void addVerify(CLI::App& app, Session& session) {
     auto archive = std::make_shared<std::string>();
     CLI::App* verb = app.add_subcommand("verify", "Tell whether an archive is what its digest says");
-    verb->add_option("ARCHIVE", *archive, "An archive (.dsa, .kar)")->required();
+    verb->add_option("ARCHIVE", *archive, "An archive (.dsa, .kar), or a platform's name")->required();
     verb->footer("Exit status: 0 it matches, 1 it differs or has no digest, 2 it can't be read.\n"
                  "The digest tells damage; it is no signature. 'hzep add' stamps it anew.\n"
                  "Example: hzep verify card/hw/card.kar");
-    verb->callback([archive, &session] { verify(session, *archive); });
+    verb->callback([archive, &session] { verify(session, Session::findArchive(*archive)); });
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "HostFault.h"
 
 #include <cstdint>
 #include <string>
@@ -57,9 +58,12 @@ public:
     /// The version of the document's schema; the platform is left as it is. Fails as parseDSA does.
     bool getRootVersion(int& major, int& minor);
 
+    /// The archive, member, line and cause of the last failure; nothing without one.
+    const HostFault& getFault() const { return fault_; }
+
 private:
     template <class Use>
-    bool readRoot_(const std::string& member, const Use& use) const;
+    bool readRoot_(const std::string& member, const Use& use);
     bool canDsaBeOpened_(const BasePlatform::Root& root, std::string& message) const;
     void parseRoot_(const BasePlatform::Root& root);
     void parseGenAppData_(const BasePlatform::GenAppInfo& info);
@@ -89,4 +93,5 @@ private:
     HPLPlatform* platform_;
     std::string path_;
     std::uint64_t listedSizeLeft_ = 0;
+    HostFault fault_;
 };

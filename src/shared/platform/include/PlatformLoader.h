@@ -6,6 +6,7 @@
 #include "PlatformParseException.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 class HPLPlatform;
@@ -36,6 +37,9 @@ public:
     /// Any exception but PlatformParseException passes through.
     std::shared_ptr<HZEPPlatform> load();
 
+    /// Why load() failed, with the place and the cause; nothing when it did not.
+    const std::optional<PlatformParseException>& getFailure() const { return failure_; }
+
     /// The steps of load(), each doing nothing when its object is there already. They raise PlatformParseException and then leave
     /// the loader as it was.
     void attachHardwarePlatform();
@@ -59,7 +63,7 @@ private:
     std::string hardwareFile_() const;
     std::string softwareFile_() const;
     std::unique_ptr<HPLPlatform> readHardware_(const std::string& file) const;
-    std::unique_ptr<HPLPlatform> readJsonHardware_(const std::string& file) const;
+    std::unique_ptr<HPLPlatform> readJsonHardware_(const std::string& file, HostFault& fault) const;
 
     void attachHardwarePlatform_(HZEPReconfigurablePartition* partition);
     void attachHardwareEmulationPlatform_(HZEPReconfigurablePartition* partition);
@@ -71,6 +75,7 @@ private:
     PlatformFileKind fileKind_ = PlatformFile;
     bool loaded_ = false;
     HwMetadataMode hwMetadataMode_;
+    std::optional<PlatformParseException> failure_;
 };
 
 } // namespace zep_platform

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPDsaXmlReader.h"
 
+#include "../loading/ReaderFault.h"
 #include "BasePlatformLMX.h"
 #include "HPLPlatform.h"
 #include "HZEPEmulationXMLReader.h"
@@ -49,7 +50,8 @@ bool HZEPDsaXmlReader::parseDSA() {
     return readRoot_(platform_->getXmlFileName(), [this](const BasePlatform::Root& root) {
         std::string message;
         if (!canDsaBeOpened_(root, message)) {
-            HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-52@%s", {message});
+            fault_ = {path_, platform_->getXmlFileName(), 0, 0, message};
+            HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-52@%s", {message}, fault_);
             return false;
         }
         parseRoot_(root);
@@ -71,7 +73,7 @@ bool HZEPDsaXmlReader::getRootVersion(int& major, int& minor) {
 
 /// Hands the member's document to `use`; answers with its answer, or reports what went wrong and answers false.
 template <class Use>
-bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) const {
+bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) {
     HostMsgMgr& messages = HostMsgMgr::getGlobal();
     try {
         bool answer = false;
@@ -88,11 +90,12 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
         });
         if (!failure)
             return answer;
+        fault_ = failure->toFault(path_, member);
         messages.send("platform", HostMsgMgr::CriticalWarning, "@74-62@%s%s%d",
-                      {path_ + HostFile::getDirSeparator() + member, failure->text, std::to_string(failure->line)},
-                      {path_, member, static_cast<std::size_t>(failure->line), 0, failure->text});
+                      {path_ + HostFile::getDirSeparator() + member, failure->text, std::to_string(failure->line)}, fault_);
     } catch (const std::exception& e) {
-        messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()}, {path_, member, 0, 0, e.what()});
+        fault_ = toReaderFault(e, path_, member);
+        messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()}, fault_);
     }
     return false;
 }

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
+#include "HostFault.h"
 #include "lmx60.h"
 
 #include <cstdint>
@@ -15,6 +16,8 @@ struct LmxFileFailure {
 
     /// Prints the two lines that tell of the failure to the standard output; returns them joined by a line feed.
     std::string print(const std::string& heading, const std::string& file) const;
+
+    HostFault toFault(const std::string& file, const std::string& member = "") const;
 };
 
 /// Runs `work`, which reads a document and answers with the reader's code. Answers what went wrong; foreign exceptions pass.
