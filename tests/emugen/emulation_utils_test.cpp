@@ -67,7 +67,8 @@ protected:
         for (const char* build : {"", "emu_platform_build/"})
             for (const char* kind : {"memss", "streaming"})
                 dir_.write("root/data/emulation/hw_em/scripts/" + (std::string(build) + kind) + "/run.tcl", stubs);
-        dir_.write(kConfig + "card.json", readData("card.json"));
+        // Made such that the script can be run: every bank and instance has a key in it.
+        dir_.write(kConfig + "card.json", edited(edited(readData("card.json"), "AS_LATENCY", "LATENCY"), "NUM_CLKS", "CLKS"));
         dir_.write(kConfig + "default_prop.json", "{\"UseStreaming\": \"true\"}");
         dir_.write("user_ip/core.xml", "<core/>");
         fs::create_directory(dir_.path("tmp"));
@@ -125,6 +126,7 @@ private:
 };
 
 TEST_F(EmulationUtils, WriteThePropertyScript) {
+    dir_.write(kConfig + "card.json", readData("card.json"));
     ASSERT_TRUE(Utils::generateEmuPropDict(makeCard("<File Type=\"TOP_BD\" Name=\"top.bd\"/>"), "", false, "made"));
     EXPECT_EQ(dir_.read("made/hw_emu_prop.tcl"), readExpected("full.tcl"));
     EXPECT_EQ(fs::status("made/hw_emu_prop.tcl").permissions() & fs::perms::owner_exec, fs::perms::owner_exec);
@@ -151,8 +153,8 @@ TEST_F(EmulationUtils, RunUpdatesTheArchive) {
     // The build got the values as Tcl understands them.
     const std::string design = HostZip::readMember(archive, "emu/emu.bd");
     for (const char* part : {"before {project_name project_unified_card", "memory_tags {ddr {{index 0 auto true sptag bank0", "HBM {}}",
-                             "board_memories {{CPU kept ControllerType DDR4_SDRAM", "} {} {SLOT 2}}", " Flow user ", "clk_a 310 clk_b 500",
-                             "Cdma_Base_Address2 0xfee00000"})
+                             "board_memories {{CPU kept ControllerType DDR4_SDRAM", "} {LATENCY 290} {SLOT 2}}", " Flow user ",
+                             "clk_a 310 clk_b 500", "Cdma_Base_Address2 0xfee00000"})
         EXPECT_THAT(design, HasSubstr(part));
 
     // A plain shell makes the same of the scripts.

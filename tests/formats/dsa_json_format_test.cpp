@@ -61,7 +61,7 @@ TEST(DsaJsonFormat, TablesKnowEveryKeyThatIsWritten) {
     platform.getBoard().addDimmConnector("a", "b", "c", "d", "e", true, true);
     HPLCore& core = platform.getDevice("fpga0")->getCore();
     core.setParentRMInstPath("p");
-    core.setVLNV("v");
+    core.setVlnv("v");
     core.setClockFreq("f");
     core.addConfigParam("a", "b");
     HPLPort* port = core.addPort();

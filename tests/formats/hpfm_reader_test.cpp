@@ -99,7 +99,7 @@ TEST(HZEPHpfmReader, FillsTheModel) {
     EXPECT_EQ(segment.getIndex(), 0u);
     EXPECT_EQ(segment.getMemoryInstance(), "hbm_0");
     EXPECT_EQ(segment.getAuto(), "false");
-    EXPECT_EQ(segment.getSPTag(), "HBM[0]");
+    EXPECT_EQ(segment.getSpTag(), "HBM[0]");
     EXPECT_EQ(segment.getSlr(), "SLR0");
     EXPECT_EQ(segment.getMaxMasters(), 15u);
     EXPECT_EQ(segment.getName(), "seg0");

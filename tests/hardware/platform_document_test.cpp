@@ -59,7 +59,7 @@ void fill(HPLPlatform& platform) {
     core.setReconfigModuleName("rm");
     core.setDRBDName("dr.bd");
     core.setDRBaseAddress("0x10");
-    core.setVLNV("v:l:n:1");
+    core.setVlnv("v:l:n:1");
     core.setNumComputeUnits(60);
     core.addResourceInfo("pblock_a", "BRAM", "12");
     core.addResourceInfo("pblock_a", "DSPs", "13");
@@ -195,7 +195,7 @@ void fill(HPLPlatform& platform) {
         segment->setIndex(4294967295);
         segment->setMemoryInstance("hbm");
         segment->setAuto("true");
-        segment->setSPTag("HBM");
+        segment->setSpTag("HBM");
         segment->setSlr("SLR0");
         segment->setMaxMasters(16);
         segment->setName("HBM00");

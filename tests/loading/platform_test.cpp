@@ -7,6 +7,7 @@
 #include "HPLPlatform.h"
 #include "HZEPPlatform.h"
 #include "HZEPReconfigurablePartition.h"
+#include "HZEPSoftwarePlatform.h"
 
 #include <gmock/gmock.h>
 
@@ -143,33 +144,38 @@ TEST(Platform, LastPartitionOfAnIdIsFound) {
     EXPECT_THAT(list, ElementsAre(first, second));
 }
 
-/// Hardware that counts its ends.
-class CountedHardware : public HPLPlatform {
+/// An object that tells of its end.
+template <class Base>
+class Told : public Base {
 public:
-    explicit CountedHardware(int& ends) : ends_(ends) {}
-    ~CountedHardware() override { ++ends_; }
+    Told(std::string name, std::vector<std::string>& ends) : name_(std::move(name)), ends_(ends) {}
+    ~Told() override { ends_.push_back(name_); }
 
 private:
-    int& ends_;
+    const std::string name_;
+    std::vector<std::string>& ends_;
 };
 
 TEST(Platform, FreesWhatItOwnsOnceAndNothingElse) {
-    int ends = 0;
-    int callersEnds = 0;
-    CountedHardware callers(callersEnds);
-    {
+    std::vector<std::string> ends;
+    Told<HPLPlatform> callers("caller's", ends);
+    for (const bool isSetTwice : {false, true}) {
         HZEPPlatform platform;
-        HZEPReconfigurablePartition* partition = addPartition(platform, 0);
-        auto* kept = platform.keepPartitionHardware(std::make_unique<CountedHardware>(ends));
+        platform.addSoftwarePlatform(new Told<HZEPSoftwarePlatform>("software 1", ends));
+        platform.addSoftwarePlatform(new Told<HZEPSoftwarePlatform>("software 2", ends));
+        auto* partition = new Told<HZEPReconfigurablePartition>("partition 1", ends);
+        platform.addReconfigurablePartition(partition);
+        platform.addReconfigurablePartition(new Told<HZEPReconfigurablePartition>("partition 2", ends));
+        auto* kept = platform.keepPartitionHardware(std::make_unique<Told<HPLPlatform>>("kept", ends));
         partition->setHardwarePlatform(kept);
         partition->setHardwareEmulationPlatform(&callers);
         platform.setDefaultRPHardwarePlatform(kept);
         platform.setDefaultRPHardwareEmulationPlatform(&callers);
-        platform.setHardwarePlatform(kept);
-        platform.setHardwareEmulationPlatform(new CountedHardware(ends));
+        platform.setHardwareEmulationPlatform(new Told<HPLPlatform>("emulation", ends));
+        platform.setHardwarePlatform(isSetTwice ? kept : new Told<HPLPlatform>("hardware", ends));
     }
-    EXPECT_EQ(ends, 2);
-    EXPECT_EQ(callersEnds, 0);
+    EXPECT_THAT(ends, ElementsAre("hardware", "partition 1", "partition 2", "software 1", "software 2", "emulation", "kept", //
+                                  "kept", "partition 1", "partition 2", "software 1", "software 2", "emulation"));
 }
 
 TEST(Platform, PartitionRecordWritesItsDistinctEmulation) {

@@ -36,6 +36,7 @@ std::map<std::string, std::string> getDict(Session& session, const Options& opti
         if (options.isFiltered)
             dict = service.getFilteredDict(options.path, options.key);
         if (dict.empty()) {
+            ok = false;
             auto all = service.getAsDict(options.path, options.key, ok);
             if (!options.isFiltered)
                 dict = std::move(all);

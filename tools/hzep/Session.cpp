@@ -137,7 +137,6 @@ void Session::ask(const std::string& path, const std::function<bool()>& question
     } catch (const std::exception& error) {
         throw Unusable(describeFailure(path, error.what()));
     }
-    std::erase_if(messages_, isMissingXml);
     throw Unusable(describeFailure(path, "it could not be read"));
 }
 
@@ -167,6 +166,7 @@ std::string Session::getDocument(const std::string& path, bool isShort) {
 
 // One line out of what was gathered: path, line, the causes in the order they were met, then what they led to.
 std::string Session::describeFailure(const std::string& path, const std::string& conclusion) {
+    std::erase_if(messages_, isMissingXml);
     std::string place = path;
     std::string result = conclusion;
     std::vector<std::string> causes;

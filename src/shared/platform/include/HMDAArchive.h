@@ -33,8 +33,9 @@ public:
     /// The index.
     void toJSON(zep_platform::JSONObjectWriter& writer) const override;
 
-    /// Reads the archive's index in place of the table and the texts at hand; they stay when there is none. False, after a message, for
-    /// a missing archive or index, and for an empty one. Raises json_parser_error, or HostError for a damaged member.
+    /// Reads the archive's index: its files go into the table, beside those at hand, its texts in place of those at hand. All stays as it
+    /// is when there is none. False, after a message, for a missing archive or index, and for an empty one. Raises json_parser_error, or
+    /// HostError for a damaged member.
     bool parse();
     /// The index's text; "" after a message.
     std::string readJsonFile() const;

@@ -31,7 +31,8 @@ public:
     explicit PlatformLoader(const std::string& path, HwMetadataMode mode = PreferAlternateJson);
 
     /// The platform with everything attached, shared with this loader; a second call gives the same object without work. Empty
-    /// when a step failed: the reason went out as a message, this loader holds no platform any more, and its getters answer "".
+    /// when a step failed: the reason went out as a message, this loader holds no platform any more, and of its getters only getFilePath
+    /// answers, with the path as given.
     /// Any exception but PlatformParseException passes through.
     std::shared_ptr<HZEPPlatform> load();
 

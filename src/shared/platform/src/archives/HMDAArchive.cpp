@@ -120,7 +120,6 @@ void HMDAArchive::parseRoot(const ptree& root) {
     drBdInstName_ = HZEPJSONUtils::getValue(root, kDrBdInstName);
     pfmName_ = HZEPJSONUtils::getValue(root, kPfmName);
     hierName_ = HZEPJSONUtils::getValue(root, kHierName);
-    files_.clear();
     files_.parse(root);
 }
 

@@ -301,7 +301,7 @@ void HZEPDsaXmlReader::parseCore_(const BasePlatform::Core& source, HPLCore& cor
     if (source.IssetParentRMInstancePath())
         core.setParentRMInstPath(source.GetParentRMInstancePathUtf8());
     if (source.IssetVLNV())
-        core.setVLNV(source.GetVLNVUtf8());
+        core.setVlnv(source.GetVLNVUtf8());
     if (source.IssetDRBDName())
         core.setDRBDName(source.GetDRBDNameUtf8());
     // DRBaseAddress is written and not read.

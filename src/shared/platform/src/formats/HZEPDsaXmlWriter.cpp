@@ -261,7 +261,7 @@ void HZEPDsaXmlWriter::writeCore_(HPLCore* core, BasePlatform::Core& target) con
     target.SetType(wide(core->getType()));
     target.SetComputeUnits(static_cast<unsigned char>(core->getNumComputeUnits()));
     setUnlessEmpty(target, &Core::SetClockFreq, core->getClockFreq());
-    setUnlessEmpty(target, &Core::SetVLNV, core->getVLNV());
+    setUnlessEmpty(target, &Core::SetVLNV, core->getVlnv());
     setUnlessEmpty(target, &Core::SetInstancePath, core->getInstPath());
     setUnlessEmpty(target, &Core::SetParentRMInstancePath, core->getParentRMInstPath());
     setUnlessEmpty(target, &Core::SetDRBaseAddress, core->getDRBaseAddress());

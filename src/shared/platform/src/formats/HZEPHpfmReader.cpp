@@ -214,7 +214,7 @@ void HZEPHpfmReader::parseAddressSegment_(const BusInterfaceAddressSegment& sour
         }
     }
     if (source.IssetSptag())
-        segment.setSPTag(source.GetSptagUtf8());
+        segment.setSpTag(source.GetSptagUtf8());
     if (source.IssetSlr())
         segment.setSlr(source.GetSlrUtf8());
     if (source.IssetMaxMasters())

@@ -199,7 +199,7 @@ std::string PlatformLoader::getVersion() const {
 }
 
 std::string PlatformLoader::getFilePath() const {
-    return known(platform_).getPlatformFile();
+    return platform_ ? platform_->getPlatformFile() : filePath_;
 }
 
 std::string PlatformLoader::getBaseName() const {
