@@ -260,6 +260,7 @@ TEST(JSONText, ReadsCornersAsBoostDoes) {
              ".5"s,
              "1e"s,
              "1e+"s,
+             "4E672E6"s,
              "+1"s,
              "0x10"s,
              "NaN"s,

@@ -6,7 +6,6 @@
 #include "HostBoardDataManager.h"
 #include "HostErrors.h"
 #include "HostFileUtils.h"
-#include "HostJson.h"
 
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
@@ -132,10 +131,8 @@ HostBoard::Data boardOf(const Member& root) {
 
 HostBoard::Data board_file::read(const std::string& path) {
     const std::string text = HostFileUtils::readFile(path, HostBoardDataManager::kMaxFileSize);
-    if (const std::string refusal = HostJson::getRefusal(text); !refusal.empty())
-        throw HostDataException(refusal);
     Document document;
-    // Not recursive, so the size alone bounds how deep a text can nest.
+    // Not recursive, so the size alone bounds how deep a text can nest, and how much memory its values take.
     document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
     if (document.HasParseError()) {
         const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(document.GetErrorOffset(), text.size()));

@@ -53,14 +53,16 @@ std::size_t skipNumber(std::string_view text, std::size_t at) {
 
 /// The text with numbers in place of its longer numbers that the parser, which works out their values, finds none too large of.
 std::string withTameNumbers(std::string_view text) {
-    constexpr std::string_view kTame = "0.0";
+    constexpr std::size_t kAlwaysTame = 3;
     std::string tame(text);
     for (std::size_t at = 0; at < text.size();) {
         if (text[at] == '"') {
             at = skipText(text, at);
         } else if (const std::size_t end = skipNumber(text, at); end > at) {
-            if (end - at > kTame.size())
-                tame.replace(at, end - at, std::string(kTame).append(end - at - kTame.size(), '0'));
+            // What follows a number must not go on with the other one.
+            if (const std::size_t size = end - at; size > kAlwaysTame)
+                tame.replace(at, size,
+                             std::string(text.substr(at, size).find_first_of("eE") == text.npos ? "0." : "0e").append(size - 2, '0'));
             at = end;
         } else {
             ++at;
