@@ -24,6 +24,7 @@ export LD_LIBRARY_PATH=$(pkg-config --variable=libdir hzep_platform)
 
 for program in "$work/by-cmake/from_c" "$work/from_c"; do
     [ "$("$program" minnow/minnow.zpfm)" = "$hzep_text" ] || { echo "$program prints another document than hzep"; exit 1; }
+    [ "$("$program" none.zpfm 2>&1)" = "none.zpfm: no such file" ] || { echo "$program does not say what is wrong"; exit 1; }
 done
 for program in "$work/by-cmake/from_cxx" "$work/from_cxx"; do
     [ "$("$program" kestrel/kestrel.zpfm)" = "kestrel_gen3x16_base: 44 bus interfaces, default clock clk_kernel" ] ||
