@@ -6,5 +6,4 @@ lmx_bindings(test_lmx PRIVATE lmx/schema/Probe.xsd lmx/schema/Plain.xsd)
 add_dependencies(test_lmx lmxgen)
 target_compile_definitions(test_lmx PRIVATE
   LMXGEN="$<TARGET_FILE:lmxgen>"
-  SCHEMA_FACTS="${CMAKE_CURRENT_SOURCE_DIR}/lmx/schemas.txt"
   PLATFORM_SCHEMA_DIR="${PROJECT_SOURCE_DIR}/src/shared/platform/schema")
