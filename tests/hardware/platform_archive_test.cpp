@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
+#include "Documents.h"
 #include "HPLPlatform.h"
 #include "HostEnv.h"
 #include "HostErrors.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
-#include "document_text.h"
 
+#include <boost/property_tree/json_parser/error.hpp>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -154,7 +155,7 @@ TEST_F(PlatformArchive, WritesExtensionMetadata) {
     platform.addFile("META_JSON", "scalar.json");
     EXPECT_EQ(documentOf(platform).find("extensions"), std::string::npos);
     platform.addFile("META_JSON", "broken.json");
-    EXPECT_THROW(documentOf(platform), boost::property_tree::json_parser_error);
+    EXPECT_THROW(documentOf(platform), boost::property_tree::json_parser::json_parser_error);
     platform.addFile("META_JSON", "missing.json");
     EXPECT_EQ(platform.getExtMetaJsonAsString(), "");
     EXPECT_EQ(documentOf(platform).find("extensions"), std::string::npos);

@@ -142,15 +142,7 @@ TEST(Families, FaultsOfPlatformFiles) {
         int line;
     } rows[] = {
         {replaced(group, "\"1.10\"", "\"abc\""), 35, "version", 2},
-        {replaced(group, "zep:vendor=\"v&#10;&#9;\"", ""), 25, "platform", 2},
-        {replaced(group, " zep:path=\"hw\"", ""), 25, "hardwarePlatform", 5},
-        {replaced(group, " zep:path=\"emu\"", ""), 25, "hwEmuPlatform", 6},
-        {replaced(group, " zep:path=\"sw\"", ""), 25, "softwarePlatform", 9},
-        {replaced(partitions, " zep:id=\"0\"", ""), 25, "reconfigurablePartition", 5},
         {replaced(partitions, "zep:defaultRP=\"1\"", "zep:defaultRP=\"one\""), 35, "defaultRP", 4},
-        {replaced(group, "  <zep:description> d </zep:description>\n", ""), 21, "description", 3},
-        {replaced(group, "<zep:softwarePlatform zep:path=\"sw\" zep:name=\"a.spfm\"/>", ""), 21, "softwarePlatform", 10},
-        {replaced(group, "\"a.spfm\"/>", "\"a\"/><zep:softwarePlatform zep:path=\"\" zep:name=\"b\"/>"), 106, "softwarePlatform", 9},
         {replaced(group, "urn:tolvan:zep", "urn:other"), 16, "platform", 2},
         {"<zep:hwEmuPlatform xmlns:zep='urn:tolvan:zep' zep:path='' zep:name=''/>", 16, "hwEmuPlatform", 1},
     };
@@ -162,7 +154,7 @@ TEST(Families, FaultsOfPlatformFiles) {
         EXPECT_EQ(outcome.line, row.line) << outcome << "\n" << row.text;
     }
     ZEPPlatform::Zep zep;
-    EXPECT_EQ(readInto(zep, rows[11].text).code, 0);
+    EXPECT_EQ(readInto(zep, rows[3].text).code, 0);
     EXPECT_EQ(zep.GetChoice(), ZEPPlatform::Zep::Choice_HwEmuPlatform);
     EXPECT_EQ(readInto(zep, "<zep:description xmlns:zep='urn:tolvan:zep'/>").code, 16);
 }

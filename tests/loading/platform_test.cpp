@@ -28,17 +28,8 @@ HZEPReconfigurablePartition* addPartition(HZEPPlatform& platform, std::uint32_t 
 
 TEST(Platform, WithoutHardwareAnswersNothing) {
     HZEPPlatform platform;
-    EXPECT_EQ(renderJson(platform), R"({
-    "type": "Undefined",
-    "unified": "false",
-    "zpfm": "false",
-    "hardware": "false",
-    "softwareEmulation": "false",
-    "hardwareEmulation": "false",
-    "hardwareEmuPlatform": "false",
-    "hidden": "false"
-}
-)");
+    EXPECT_EQ(renderJson(platform), laidOut(R"({"type": "Undefined", "unified": "false", "zpfm": "false", "hardware": "false",
+        "softwareEmulation": "false", "hardwareEmulation": "false", "hardwareEmuPlatform": "false", "hidden": "false"})"));
     EXPECT_TRUE(platform.isFixed());
     EXPECT_TRUE(platform.isComplete());
     EXPECT_EQ(platform.getTypeString(), "");

@@ -39,6 +39,17 @@ std::string laidOut(const std::string& json) {
     return laidOut(parse(json));
 }
 
+std::string compact(const std::string& json) {
+    std::vector<std::string> words(1);
+    std::istringstream in(json);
+    for (std::string line; std::getline(in, line);) {
+        words.back() += line.substr(std::min(line.find_first_not_of(' '), line.size()));
+        if (line.ends_with(','))
+            words.emplace_back();
+    }
+    return wrapped("", words);
+}
+
 std::string readTestFile(const std::string& name) {
     std::ifstream in(HZEP_TESTS "/" + name, std::ios::binary);
     EXPECT_TRUE(in) << name;

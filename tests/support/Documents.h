@@ -26,6 +26,9 @@ boost::property_tree::ptree parse(const std::string& json);
 std::string laidOut(const std::string& json);
 std::string laidOut(const boost::property_tree::ptree& tree);
 
+/// A document that was written, in lines as long as they may be.
+std::string compact(const std::string& json);
+
 /// The text of a file below the folder of all tests.
 std::string readTestFile(const std::string& name);
 
