@@ -212,6 +212,7 @@ TEST(Facade, AnswersEachQuestion) {
     askHelper(text, "facade of two banks", HZEPPlatformHelper(&banks.platform));
     askPlatform(text, "the whole", other.platform);
     askHardware(text, "hardware of the whole", *other.hardware);
+    askPlatform(text, "fresh platform", HZEPPlatform());
     askHardware(text, "fresh hardware", HPLPlatform());
     EXPECT_TRUE(loaded.getPlatformBoardRepo().ends_with("/board"));
     expectTestFile("facade/answers.txt", text);

@@ -75,21 +75,15 @@ TEST(DsaJsonFormat, NumbersAreReadAsFarAsTheirDigitsGo) {
         const char* text;
     } rows[] = {
         {R"({"versionMajor": 4294967297})", "versionMajor", "1"},
-        {R"({"versionMajor": "12b"})", "versionMajor", "12"},
         {R"({"featureRoms": [{"majorVersion": 257, "minorVersion": "x"}]})", "featureRoms..majorVersion", "1"},
-        {R"({"featureRoms": [{"drBaseAddress": "0x1000"}]})", "featureRoms..drBaseAddress", "0x0"},
-        {R"({"featureRoms": [{"drBaseAddress": "4096"}]})", "featureRoms..drBaseAddress", "0x1000"},
         {R"({"featureRoms": [{"cdmaBaseAddress2": "0x123456789"}]})", "featureRoms..cdmaBaseAddress2", "0x0"},
         {R"({"featureRoms": [{"featureBitMap": {"value": "0x8", "auroraLink": "enabled"}}]})", "featureRoms..featureBitMap.auroraLink",
          "disabled"},
         {R"({"featureRoms": [{"featureBitMap": "0x8"}]})", "featureRoms..featureBitMap.boardScheduler", "disabled"},
-        {R"({"featureRoms": [{"uuid": ""}]})", "featureRoms..uuid", "00000000-0000-0000-0000-000000000000"},
-        {R"({"busInterfaces": [{"name": "b", "dataWidth": "0x40", "numIdBits": "9"}]})", "busInterfaces..dataWidth", "0"},
         {R"({"busInterfaces": [{"name": "b", "dataWidth": "64", "numIdBits": "9"}]})", "busInterfaces..numIdBits", "0"},
         {R"({"memories": [{"name": "m", "highAddress": "99999999999999999999"}]})", "memories..highAddress", "9223372036854775807"},
         {R"({"memories": [{"name": "m", "lowAddress": "-1"}]})", "memories..lowAddress", "18446744073709551615"},
         {R"({"devices": [{"core": {"numComputeUnits": "65537"}}]})", "devices..core.numComputeUnits", "1"},
-        {R"({"devices": [{"numSLRs": "two", "core": {}}]})", "devices..numSLRs", ""},
         {R"({"resources": [{"type": "bram", "count": "5"}, {"type": "REG", "count": "6"}]})", "resources..count", "5"},
         {R"({"validAcceleratorBinaryContentValues": ",a,,a,b"})", "validAcceleratorBinaryContentValues", ",a,b"},
     };

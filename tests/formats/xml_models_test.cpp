@@ -10,6 +10,7 @@ TEST(XmlModels, OfWholeDocuments) {
     const Family base("BasePlatform"), hardware("WELHardwarePlatform");
     std::string xml = base.print(base.make());
     for (const auto& [from, to] : {std::pair{"FpgaDevice=\"v", "FpgaDevice=\"tolvan:tlv9pz:fsgd2104:-2:v"},
+                                   {"UsesPR=\"v", "UsesPR=\"true\" Not=\"v"},
                                    {"UUID=\"v", "UUID=\"5d1f0c7e-8a34-4d0b-9c5e-2f6b7a1e9d43\" Not=\"v"},
                                    {"Img Type=\"v", "Img Type=\"HDPI\" Not=\"v"},
                                    {"<Img ", "<Img Type=\"MDPI\" File=\"mid\"/><Img Type=\"LDPI\" File=\"low\"/><Img "}})

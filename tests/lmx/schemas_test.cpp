@@ -5,11 +5,13 @@
 #include "BasePlatformLMX.h"
 #include "Family.h"
 #include "Outcome.h"
+#include "TempDir.h"
 #include "WELHardwarePlatformLMX.h"
 #include "ZEPEmulationLMX.h"
 #include "ZEPPlatformLMX.h"
 #include "ZEPSoftwarePlatformLMX.h"
 
+#include <cstdlib>
 #include <functional>
 
 namespace {
@@ -71,6 +73,12 @@ void probe(const std::string& name) {
         Root whole;
         ASSERT_EQ(readInto(whole, family.print(document)).code, 0) << family.print(document);
         EXPECT_EQ(written(whole), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + family.print(document));
+        // As any other checker sees it.
+        const TempDir dir;
+        EXPECT_EQ(std::system(("xmllint --noout --nonet --schema " PLATFORM_SCHEMA_DIR "/" + name + ".xsd " +
+                               dir.write("file.xml", family.print(document)) + " 2>/dev/null")
+                                  .c_str()),
+                  0);
         Probe(family, document, [](const std::string& text) {
             Root root;
             return readInto(root, text);
