@@ -176,7 +176,18 @@ TEST_F(EmulationUtils, RunInAFolderLeavesTheArchive) {
                                               "overlay/emu/dynamic_pre_sys_link.tcl", "overlay/emu/emu.bd",
                                               "overlay/emu/user_ip_repo/core.xml", "props/hw_emu_prop.tcl"));
     ASSERT_TRUE(Utils::generateEmuDir("card", "out/props/hw_emu_prop.tcl", "out")) << printed_.str();
-    EXPECT_EQ(dir_.read("emu_update_dsa.tcl"), readExpected("update_dynamic.tcl"));
+    std::string dynamic = readExpected("update_static.tcl");
+    const std::string copy = "  file copy -force  $projName/$projName.srcs/sources_1/bd/$bdName $overlay_dir";
+    const std::string inBuild = "/hw_em/scripts/emu_platform_build/";
+    for (const auto& [from, to] :
+         {std::pair<std::string, std::string>{"source hw_emu_prop/", "source out/props/"},
+          {"/hw_em/scripts/streaming", inBuild + "streaming"},
+          {"/hw_em/scripts/memss", inBuild + "memss"},
+          {"set overlay_dir overlay", "set overlay_dir out/overlay"},
+          {"  set dsaPath ", "  set drBdName            [dict get $config::config_info dr_bd_name]\n  set dsaPath "},
+          {copy, "  file mkdir $overlay_dir/$bdName/\n" + copy + "/$bdName/\n" + edited(copy, "$bdName", "$drBdName") + "/$bdName/"}})
+        dynamic = edited(dynamic, from, to);
+    EXPECT_EQ(dir_.read("emu_update_dsa.tcl"), dynamic);
     EXPECT_EQ(dir_.read("out/overlay/emu/pfm_dynamic/pfm_dynamic.bd"), "dynamic\n");
     EXPECT_THAT(dir_.read("out/overlay/emu.xml"), HasSubstr("<File Type=\"TOP_BD\" Name=\"pfm_dynamic/pfm_dynamic.bd\"/>\n"
                                                             "        <File Type=\"EMU_DR_BD\" Name=\"emu/emu.bd\"/>"));

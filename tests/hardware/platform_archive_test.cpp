@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
+#include "Documents.h"
 #include "HPLPlatform.h"
 #include "HZEPJSONText.h"
 #include "HostEnv.h"
 #include "HostErrors.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
-#include "document_text.h"
 
+#include <boost/property_tree/json_parser/error.hpp>
 #include <gtest/gtest.h>
 
 #include <filesystem>
