@@ -155,7 +155,7 @@ void askHardware(std::string& text, const std::string& name, const HPLPlatform& 
         ASK(*device, getName, getType, getFpgaPart, getPartName, getPartArch, getPartDevice, getPartPackage, getPartSpeed, getPartTempGrade,
             getPartStaPower, getPartRevision, getNumSLRs, getAddrWidth)
         const HPLCore& core = device->getReadOnlyCore();
-        ASK(core, getName, getType, getVLNV, getSourceViewInstPath, getInstPath, getParentRMInstPath, getReconfigModuleName, getDRBaseAddress,
+        ASK(core, getName, getType, getVlnv, getSourceViewInstPath, getInstPath, getParentRMInstPath, getReconfigModuleName, getDRBaseAddress,
             getDRBDName, getClockFreq, getNumComputeUnits, getMaxAddrWidth, getMaxDataWidth, getBRAMCount, getDSPCount, getLUTCount,
             getRegisterCount, hasResourceInfo)
     }

@@ -88,7 +88,7 @@ TEST(Archive, gives_members_whole_by_text_stream_and_source) {
                                     .add("empty")
                                     .add("folder/")
                                     .add("zeros", zeros)
-                                    .add({.name = "nothing", .raw = true})
+                                    .add(ZipBuilder::Member{.name = "nothing", .raw = true})
                                     .add("", "none")
                                     .write();
 

@@ -40,6 +40,7 @@ for header in "$include"/*.h; do echo "#include \"${header##*/}\""; done | sort 
 grep -rhoE '\b(class|struct|namespace) +([A-Z]+_EXPORT +)?[A-Za-z0-9_:]+' "$include" "$(dirname "$include")" |
     sed 's/.*[ :]//' | sort -u >"$work/declared"
 nm -DC --defined-only "$LD_LIBRARY_PATH/libhzep_platform.so" | "$source/tests/package/exported-names" | sort -u >"$work/exported"
-grep '^function' "$work/exported" | cut -d' ' -f2 | grep -vwf - "$include/hzep_c_api.h" >/dev/null
-grep '^scope' "$work/exported" | sed 's/.*[ :]//' | sort -u | comm -23 - "$work/declared" >"$work/undeclared"
+grep -oE '\bhzep_[a-z_]+' "$include/hzep_c_api.h" | sort -u >>"$work/declared"
+sort -u -o "$work/declared" "$work/declared"
+sed 's/.*[ :]//' "$work/exported" | sort -u | comm -23 - "$work/declared" >"$work/undeclared"
 echo s_parser | diff - "$work/undeclared" || { echo "These names are exported and stand in no installed header"; exit 1; }

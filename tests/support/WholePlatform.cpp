@@ -39,7 +39,7 @@ constexpr Text<HPLPort> kPort[] = {{"name", &HPLPort::setName},
                                    {"polarity", &HPLPort::setPolarity},
                                    {"direction", &HPLPort::setDirection}};
 constexpr Text<HPLCore> kCore[] = {
-    {"parentRMInstPath", &HPLCore::setParentRMInstPath}, {"vlnv", &HPLCore::setVLNV}, {"clockFreq", &HPLCore::setClockFreq}};
+    {"parentRMInstPath", &HPLCore::setParentRMInstPath}, {"vlnv", &HPLCore::setVlnv}, {"clockFreq", &HPLCore::setClockFreq}};
 constexpr Text<HZEPHardwareBusInterface> kBus[] = {{"resetRef", &HZEPHardwareBusInterface::setResetRef},
                                                    {"slr", &HZEPHardwareBusInterface::setSLR},
                                                    {"memoryInstance", &HZEPHardwareBusInterface::setMemoryInstance},
