@@ -137,8 +137,10 @@ std::string Session::find(const std::string& operand) {
 
 std::string Session::findArchive(const std::string& operand) {
     const std::string path = find(operand);
-    if (path == operand)
+    if (path == operand) {
+        checkReadable(path, "an archive (.dsa, .kar)");
         return path;
+    }
     std::string archive;
     try {
         archive = PlatformLoader(path).getHardwarePlatformFile();
