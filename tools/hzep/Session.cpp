@@ -254,7 +254,6 @@ void Session::fail(const std::string& path, const PlatformParseException& failur
     HostFault fault = failure.getFault();
     const std::string conclusion = failure.what();
     std::string words;
-    std::vector<HostMsg> others;
     for (HostMsg& message : std::exchange(messages_, {}))
         if (isSame(message.fault, fault) && !contains(HostMsgMgr::getText(message), conclusion))
             words = HostMsgMgr::getText(message);
