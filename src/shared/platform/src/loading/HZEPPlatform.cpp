@@ -12,7 +12,6 @@
 #include <boost/filesystem/path.hpp>
 
 #include <algorithm>
-#include <unordered_set>
 
 using zep_platform::JSONListWriter;
 using zep_platform::JSONObjectWriter;
@@ -20,17 +19,15 @@ using zep_platform::JSONObjectWriter;
 HZEPPlatform::HZEPPlatform() = default;
 
 HZEPPlatform::~HZEPPlatform() {
-    // One object may have been set in two places.
-    std::unordered_set<const HZEPHardwarePlatform*> deleted;
-    const auto end = [&deleted](HZEPHardwarePlatform* platform) {
-        if (deleted.insert(platform).second)
-            delete platform;
-    };
-    end(hardwarePlatform_);
+    // One object may have been set in two places. Nothing here may take memory: an end without any left would end the process.
+    delete hardwarePlatform_;
     reconfigurablePartitions_.clear();
     softwarePlatforms_.clear();
-    end(hardwareEmulationPlatform_);
-    std::for_each(partitionHardware_.begin(), partitionHardware_.end(), end);
+    if (hardwareEmulationPlatform_ != hardwarePlatform_)
+        delete hardwareEmulationPlatform_;
+    for (HZEPHardwarePlatform* platform : partitionHardware_)
+        if (platform != hardwarePlatform_ && platform != hardwareEmulationPlatform_)
+            delete platform;
 }
 
 const HZEPHardwarePlatform* HZEPPlatform::getHardwarePlatform() const {
