@@ -8,8 +8,8 @@
 extern "C" {
 #endif
 
-/* 0 for a platform that could not be loaded. */
-size_t getDocumentLengthFromC(const char* path);
+/* 0 for a platform that could not be loaded, and why, cut to the size. */
+size_t getDocumentLengthFromC(const char* path, char* reason, size_t size);
 
 #ifdef __cplusplus
 }

@@ -113,7 +113,11 @@ TEST(Document, OfAPlatformWithEverything) {
                                          {"@HARDWARE@", nested(*platform->getHardwarePlatform())},
                                          {"@EMULATION@", nested(*platform->getHardwareEmulationPlatform())}});
     EXPECT_EQ(text.get(), expected);
-    EXPECT_EQ(getDocumentLengthFromC(path.c_str()), expected.size());
+    char reason[8] = {};
+    EXPECT_EQ(getDocumentLengthFromC(path.c_str(), reason, sizeof reason), expected.size());
+    EXPECT_STREQ(reason, "");
+    EXPECT_EQ(Text(hzep_try_get_short_platform_json(path.c_str(), nullptr), hzep_free_json_string).get(),
+              std::string(getShortDocument(path).get()));
 
     const Text brief = getShortDocument(path);
     ASSERT_TRUE(brief);
@@ -195,8 +199,7 @@ TEST(Document, FailuresOfTheCFunctions) {
     TempDir dir;
     EXPECT_FALSE(getDocument(""));
     EXPECT_FALSE(getShortDocument(dir.path("none.kar")));
-    EXPECT_EQ(getDocumentLengthFromC(dir.path("none.kar").c_str()), 0U);
-    EXPECT_EQ(log.lines.size(), 3U);
+    EXPECT_EQ(log.lines.size(), 2U);
     hzep_free_json_string(nullptr);
 
     EXPECT_THROW(getDocument(dir.path("none.zpfm")), HostFileNotFoundException);
@@ -209,6 +212,47 @@ TEST(Document, FailuresOfTheCFunctions) {
     testing::internal::CaptureStdout();
     EXPECT_THROW(getDocument(dir.write("bad.zpfm", "<")), zep_platform::PlatformParseException);
     testing::internal::GetCapturedStdout();
+}
+
+TEST(Document, FailuresAreTextsForCallersInC) {
+    TempDir dir;
+    dir.write("no.kar", "no zip");
+    ZipBuilder(dir.path("half.kar")).add("kar.json", "{\n\"name\": }").write();
+    ZipBuilder(dir.path("odd.kar")).add("kar.json", hardwareJson("odd")).add("hw_emu/kar.json", "{").write();
+    dir.write("bad.zpfm", platformFile(std::string(400, '\n') + "<zep:odd"));
+    dir.write("gone\xC2\x9B.zpfm", platformFile(hardwareElement("gone.kar")));
+    const std::map<std::string, std::vector<std::string>> cases = {
+        {"none.zpfm", {"none.zpfm: no such file"}},
+        {"none.kar", {"none.kar", "does not exist"}},
+        {"no.kar", {"no.kar", "not a zip archive"}},
+        {"half.kar", {"half.kar", "kar.json", "expected value"}},
+        {"bad.zpfm", {"bad.zpfm", "404"}},
+        {"gone\xC2\x9B.zpfm", {"gone\\xc2\\x9b.zpfm: ", "hw/gone.kar' does not exist"}},
+    };
+    MessageLog log;
+    std::map<std::string, std::string> reasons;
+    testing::internal::CaptureStdout();
+    for (const auto& [file, words] : cases) {
+        char reason[1000] = {};
+        if (getDocumentLengthFromC(dir.path(file).c_str(), reason, sizeof reason) == 0)
+            reasons[file] = reason;
+    }
+    testing::internal::GetCapturedStdout();
+    for (const auto& [file, words] : cases)
+        for (const std::string& word : words)
+            EXPECT_NE(reasons[file].find(word), std::string::npos) << word << ": " << reasons[file];
+    char reason[100] = {};
+    EXPECT_EQ(getDocumentLengthFromC(nullptr, reason, sizeof reason), 0U);
+    EXPECT_STREQ(reason, "the path is null");
+    EXPECT_EQ(log.lines, std::vector<std::string>{}) << "told in the text alone";
+
+    // The sink is back, and what isn't about a failure reaches it; what it raises stays within.
+    EXPECT_NE(getDocumentLengthFromC(dir.path("odd.kar").c_str(), reason, sizeof reason), 0U);
+    EXPECT_EQ(log.lines.size(), 1U);
+    const auto before = HostMsgMgr::getGlobal().setSink([](const HostMsg&) { throw 42; });
+    EXPECT_EQ(getDocumentLengthFromC(dir.path("odd.kar").c_str(), reason, sizeof reason), 0U);
+    EXPECT_STREQ(reason, "the message service raised an exception");
+    HostMsgMgr::getGlobal().setSink(before);
 }
 
 } // namespace

@@ -31,11 +31,11 @@ int main(int argc, char** argv) {
         return 1;
     for (i = 0; i < sizeof kNames / sizeof kNames[0]; ++i) {
         snprintf(path, sizeof path, "%s/%s/%s.zpfm", argv[1], kNames[i], kNames[i]);
-        sayDocument(answers, kNames[i], "full", hzep_get_platform_json(path));
-        sayDocument(answers, kNames[i], "short", hzep_get_short_platform_json(path));
+        sayDocument(answers, kNames[i], "full", hzep_try_get_platform_json(path, NULL));
+        sayDocument(answers, kNames[i], "short", hzep_try_get_short_platform_json(path, NULL));
     }
     snprintf(path, sizeof path, "%s/damaged.kar", argv[2]);
-    damaged = hzep_get_platform_json(path);
+    damaged = hzep_try_get_platform_json(path, NULL);
     fprintf(answers, "documents.damaged = %s\n", damaged ? "loaded" : "null");
     hzep_free_json_string(damaged);
     return fclose(answers) == 0 ? 0 : 1;

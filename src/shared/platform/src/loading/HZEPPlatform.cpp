@@ -12,7 +12,6 @@
 #include <boost/filesystem/path.hpp>
 
 #include <algorithm>
-#include <unordered_set>
 
 using zep_platform::JSONListWriter;
 using zep_platform::JSONObjectWriter;
@@ -20,11 +19,13 @@ using zep_platform::JSONObjectWriter;
 HZEPPlatform::HZEPPlatform() = default;
 
 HZEPPlatform::~HZEPPlatform() {
-    // One object may have been set in two places.
-    std::unordered_set<HZEPHardwarePlatform*> hardware(partitionHardware_.begin(), partitionHardware_.end());
-    hardware.insert({hardwarePlatform_, hardwareEmulationPlatform_});
-    for (HZEPHardwarePlatform* platform : hardware)
-        delete platform;
+    // One object may have been set in two places. Nothing here may take memory: an end without any left would end the process.
+    delete hardwarePlatform_;
+    if (hardwareEmulationPlatform_ != hardwarePlatform_)
+        delete hardwareEmulationPlatform_;
+    for (HZEPHardwarePlatform* platform : partitionHardware_)
+        if (platform != hardwarePlatform_ && platform != hardwareEmulationPlatform_)
+            delete platform;
 }
 
 const HZEPHardwarePlatform* HZEPPlatform::getHardwarePlatform() const {
