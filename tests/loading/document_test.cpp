@@ -159,7 +159,7 @@ TEST(Document, FailuresAreTextsForCallersInC) {
         {"no.kar", {"no.kar", "not a zip archive"}},
         {"half.kar", {"half.kar", "kar.json", "expected value"}},
         {"bad.zpfm", {"bad.zpfm", "404"}},
-        {"gone\xC2\x9B.zpfm", {"gone\\xc2\\x9b.zpfm: ", "hw/gone.kar' does not exist"}},
+        {"gone\xC2\x9B.zpfm", {"gone\\xc2\\x9b.zpfm: ", "hw/gone.kar: does not exist"}},
     };
     MessageLog log;
     std::map<std::string, std::string> reasons;
