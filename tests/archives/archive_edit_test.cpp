@@ -88,7 +88,7 @@ TEST(ArchiveEdit, RefusesBeforeAnythingIsWritten) {
     const Refusal kRefusals[] = {
         {"{}", "", "n", "", "the type is empty"},
         {"{}", "T\xE9", "n", "", "the type: is no UTF-8: \"T\\xe9\""},
-        {"{}", "T", "n\xE9", "", "n\\xe9: its name is no UTF-8"},
+        {"{}", "T", "n\xE9", "", "n\\xe9: its name is not UTF-8"},
         {"{}", "T", "../n", "", "its name leads out of the archive"},
         {"{}", "T", std::string(65536, 'n'), "", "its name is too long"},
         {"{}", "T", "kar.json", "", "is the archive's metadata"},

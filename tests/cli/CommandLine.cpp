@@ -23,7 +23,7 @@ CommandResult runCommand(const std::string& directory, const std::string& comman
     const TempDir said;
     const std::string program = std::filesystem::path(HZEP_PROGRAM).parent_path();
     const std::string script = "cd " + quote(directory) + " && PATH=" + quote(program) + ":\"$PATH\" SOURCE=" + quote(HZEP_SOURCE_DIR) +
-                               " timeout 30 sh -c " + quote(command) + " >" + quote(said.path() + "/out") + " 2>" +
+                               " timeout 120 sh -c " + quote(command) + " >" + quote(said.path() + "/out") + " 2>" +
                                quote(said.path() + "/err") + " </dev/null";
     const int status = std::system(script.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), HostFileUtils::readFile(said.path() + "/out"),

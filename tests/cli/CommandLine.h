@@ -12,7 +12,7 @@ struct CommandResult {
     std::string err;
 };
 
-/// Runs a shell command in a directory with hzep on the path; killed, with status 124, after 30 seconds.
+/// Runs a shell command in a directory with hzep on the path; killed, with status 124, after 120 seconds.
 CommandResult runCommand(const std::string& directory, const std::string& command);
 
 /// A scratch directory of this process with the examples packed in it, made on first call and removed at exit.

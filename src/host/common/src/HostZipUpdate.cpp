@@ -366,8 +366,6 @@ HostZipUpdate HostZipUpdate::create(const std::string& archive) {
 std::string HostZipUpdate::getNameFault(const std::string& entry) {
     if (std::string fault = getZipPathFault(entry); !fault.empty())
         return fault;
-    if (!HostText::isUtf8(entry))
-        return "its name is no UTF-8";
     return entry.ends_with('/') ? "is the name of a folder" : "";
 }
 
