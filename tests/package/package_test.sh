@@ -36,11 +36,11 @@ include=$(pkg-config --variable=includedir hzep_platform)
 for header in "$include"/*.h; do echo "#include \"${header##*/}\""; done | sort -r >"$work/all.cpp"
 "$cxx" -std=c++20 -fsyntax-only -I"$include" "$work/all.cpp"
 
-# What is exported stands in an installed header, all but one helper of the XML runtime.
+# What is exported stands in an installed header.
 grep -rhoE '\b(class|struct|namespace) +([A-Z]+_EXPORT +)?[A-Za-z0-9_:]+' "$include" "$(dirname "$include")" |
     sed 's/.*[ :]//' | sort -u >"$work/declared"
 nm -DC --defined-only "$LD_LIBRARY_PATH/libhzep_platform.so" | "$source/tests/package/exported-names" | sort -u >"$work/exported"
 grep -oE '\bhzep_[a-z_]+' "$include/hzep_c_api.h" | sort -u >>"$work/declared"
 sort -u -o "$work/declared" "$work/declared"
 sed 's/.*[ :]//' "$work/exported" | sort -u | comm -23 - "$work/declared" >"$work/undeclared"
-echo s_parser | diff - "$work/undeclared" || { echo "These names are exported and stand in no installed header"; exit 1; }
+[ ! -s "$work/undeclared" ] || { cat "$work/undeclared"; echo "These names are exported and stand in no installed header"; exit 1; }
