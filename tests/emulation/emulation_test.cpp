@@ -198,14 +198,16 @@ TEST_F(Emulation, ExtensionMetadataFillsOneFeatureRom) {
     };
     HZEPEmulations two;
     read(R"({"featureRoms": [
-        {"vbnvName": "first", "cdmaBaseAddress0": "0x1", "cdmaBaseAddress3": "0x4",
+        {"vbnvName": "first", "cdmaBaseAddress0": "0x1", "cdmaBaseAddress1": "0x2", "cdmaBaseAddress2": "0x3",
+         "cdmaBaseAddress3": "0x4",
          "featureBitMap": [{"value": "9", "boardScheduler": "enabled"}, {"unifiedPlatform": "enabled"}]},
         {"vbnvName": "second", "featureBitMap": [{"peerToPeer": "enabled"}]}]})",
          two);
     ASSERT_EQ(two.getFeatureRoms().size(), 1u);
     const HZEPEmuFeatureRom& rom = *two.getFeatureRoms()[0];
     EXPECT_EQ(rom.getVBNV(), "second");
-    EXPECT_EQ(rom.getCdmaBaseAddress0() + rom.getCdmaBaseAddress1() + rom.getCdmaBaseAddress2() + rom.getCdmaBaseAddress3(), "0x10x4");
+    EXPECT_EQ(rom.getCdmaBaseAddress0() + rom.getCdmaBaseAddress1() + rom.getCdmaBaseAddress2() + rom.getCdmaBaseAddress3(),
+              "0x10x20x30x4");
     EXPECT_EQ(rom.getBitMapValue(), "9");
     EXPECT_EQ(rom.getBitMapUnifiedPlatform(), "");
     EXPECT_EQ(rom.getFeatureBitMap(), 65545u);

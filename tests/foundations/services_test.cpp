@@ -6,6 +6,7 @@
 #include "HZEPTmpDirObject.h"
 #include "HostEnv.h"
 #include "HostErrors.h"
+#include "HostFile.h"
 #include "HostMsgMgr.h"
 #include "TempDir.h"
 
@@ -102,6 +103,17 @@ TEST_F(TmpDirObject, ForgetsADirectoryThatIsGone) {
     const std::string file = dir_.write("file", "");
     EXPECT_THROW(object.create("file/below"), HostError);
     EXPECT_TRUE(object.empty());
+}
+
+TEST(Files, TellWhatTheyAre) {
+    const TempDir dir;
+    std::string told;
+    for (const std::string path : {dir.path(), dir.write("file", ""), dir.path("none")}) {
+        const HostFile file(path);
+        told += std::to_string(file.exists()) + std::to_string(file.isDir()) + std::to_string(file.isRegularFile()) + " ";
+        EXPECT_EQ(file.getCanonicalName(), path);
+    }
+    EXPECT_EQ(told, "110 101 000 ");
 }
 
 TEST(PfmFileTypes, TheScriptHooksAreTheLastFileTypes) {

@@ -45,10 +45,14 @@ constexpr Text<HZEPHardwareBusInterface> kBus[] = {{"resetRef", &HZEPHardwareBus
                                                    {"memoryInstance", &HZEPHardwareBusInterface::setMemoryInstance},
                                                    {"direction", &HZEPHardwareBusInterface::setDirection}};
 
+int numberOf(const ptree& object, const char* key) {
+    return std::stoi(object.get<std::string>(key));
+}
+
 void fillBus(HZEPHardwareBusInterface& bus, const ptree& object) {
     setTexts(bus, object, kBus);
-    bus.setNumIdBits(object.get<int>("numIdBits"));
-    bus.setISRId(object.get<int>("isrId"));
+    bus.setNumIdBits(numberOf(object, "numIdBits"));
+    bus.setISRId(numberOf(object, "isrId"));
 }
 
 } // namespace
@@ -85,8 +89,9 @@ void fillWhole(HPLPlatform& platform) {
             document.get_child("nocConnectivity").front().second.get_child("busInterfaces").front().second);
     HZEPReconfigPartition& partition = *platform.getReconfigPartitions().front();
     const ptree& ids = document.get_child("reconfigPartitionIDs").front().second.get_child("vcengineIDs");
-    partition.setVCEPlInterfaceID(ids.get<std::uint32_t>("plInterfaceID"));
-    partition.setVCENodeID(ids.get<std::uint32_t>("nodeID"));
-    partition.setVCEUniqueID(ids.get<std::uint32_t>("uniqueID"));
-    partition.setVCEPuID(ids.get<std::uint32_t>("puID"));
+    const auto id = [&ids](const char* key) { return static_cast<std::uint32_t>(numberOf(ids, key)); };
+    partition.setVCEPlInterfaceID(id("plInterfaceID"));
+    partition.setVCENodeID(id("nodeID"));
+    partition.setVCEUniqueID(id("uniqueID"));
+    partition.setVCEPuID(id("puID"));
 }
