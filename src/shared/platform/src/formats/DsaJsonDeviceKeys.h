@@ -77,16 +77,15 @@ inline constexpr Key<Pair> kScalableClockKeys[] = {
 
 using DeviceRow = Keys<HPLDevice>;
 inline constexpr Key<HPLDevice> kPartKeys[] = {
-    DeviceRow::writtenOnly("name"),     DeviceRow::writtenOnly("architecture"), DeviceRow::writtenOnly("device"),
-    DeviceRow::writtenOnly("package"),  DeviceRow::writtenOnly("speedGrade"),   DeviceRow::writtenOnly("tempGrade"),
-    DeviceRow::writtenOnly("staPower"), DeviceRow::writtenOnly("revision"),
+    DeviceRow::derived("name"),       DeviceRow::derived("architecture"), DeviceRow::derived("device"),   DeviceRow::derived("package"),
+    DeviceRow::derived("speedGrade"), DeviceRow::derived("tempGrade"),    DeviceRow::derived("staPower"), DeviceRow::derived("revision"),
 };
 
 inline constexpr Key<HPLDevice> kDeviceKeys[] = {
     DeviceRow::text<&HPLDevice::setName>("name"),
     DeviceRow::text<&HPLDevice::setType>("type"),
     DeviceRow::text<[](HPLDevice& device, const std::string& part) { device.setFpgaPart(part); }>("fpgaPart"),
-    DeviceRow::writtenOnly<kPartKeys>("part", Shape::Object),
+    DeviceRow::derived<kPartKeys>("part", Shape::Object),
     DeviceRow::numberUnlessEmpty<&HPLDevice::setNumSLRs>("numSLRs"),
     DeviceRow::records<Pair, kScalableClockKeys,
                        [](HPLDevice& device, const Pair& clock) { device.addSystemClock(clock.first, clock.second); }>(

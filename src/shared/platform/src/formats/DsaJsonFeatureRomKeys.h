@@ -26,16 +26,16 @@ inline constexpr Key<HZEPHardwareFeatureRom> kFeatureBitMapKeys[] = {
         HostConvert::hexToDataLittleEndian(text, &bits, sizeof bits);
         rom.setFeatureBitMap(bits);
     }>("value", sizeof(std::uint64_t)),
-    RomRow::writtenOnly("unifiedPlatform"),
-    RomRow::writtenOnly("auroraLink"),
-    RomRow::writtenOnly("boardMgmt"),
-    RomRow::writtenOnly("boardScheduler"),
-    RomRow::writtenOnly("promType"),
-    RomRow::writtenOnly("debugType"),
-    RomRow::writtenOnly("peerToPeer"),
-    RomRow::writtenOnly("uuid"),
-    RomRow::writtenOnly("clockThrottling"),
-    RomRow::writtenOnly("passthruTrans"),
+    RomRow::derived("unifiedPlatform"),
+    RomRow::derived("auroraLink"),
+    RomRow::derived("boardMgmt"),
+    RomRow::derived("boardScheduler"),
+    RomRow::derived("promType"),
+    RomRow::derived("debugType"),
+    RomRow::derived("peerToPeer"),
+    RomRow::derived("uuid"),
+    RomRow::derived("clockThrottling"),
+    RomRow::derived("passthruTrans"),
 };
 
 inline constexpr Key<HZEPHardwareFeatureRom> kFeatureRomKeys[] = {

@@ -24,6 +24,9 @@ using Tree = boost::property_tree::ptree;
 /// The form of a key's value in a document. Scalars are text everywhere, so Number, Hex and Flag tell what the text must say.
 enum class Shape { Text, Number, Hex, Flag, Object, List };
 
+/// Derived: written out of other keys, so that nothing is lost when it isn't read.
+enum class Use { Read, Written, Derived };
+
 struct KeyInfo {
     const char* name;
     Shape shape;
@@ -36,6 +39,7 @@ struct KeyInfo {
     long max = std::numeric_limits<long>::max();
     /// Size of the model's field for a hexadecimal text.
     std::size_t bytes = 0;
+    Use use = Use::Read;
 };
 
 /// A row of the table for one class of the model. `read` is null for a key that is written only.
@@ -193,13 +197,23 @@ struct Keys {
         return {{name, shape, &membersOf<Table>}, withChild<Read>};
     }
 
-    static constexpr Row writtenOnly(const char* name, Shape shape = Shape::Text) { return {{name, shape}}; }
+    static constexpr Row writtenOnly(const char* name, Shape shape = Shape::Text) { return unread({name, shape}, Use::Written); }
     template <const auto& Table>
     static constexpr Row writtenOnly(const char* name, Shape shape) {
-        return {{name, shape, &membersOf<Table>}};
+        return unread({name, shape, &membersOf<Table>}, Use::Written);
+    }
+    static constexpr Row derived(const char* name, Shape shape = Shape::Text) { return unread({name, shape}, Use::Derived); }
+    template <const auto& Table>
+    static constexpr Row derived(const char* name, Shape shape) {
+        return unread({name, shape, &membersOf<Table>}, Use::Derived);
     }
 
 private:
+    static constexpr Row unread(KeyInfo info, Use use) {
+        info.use = use;
+        return {info};
+    }
+
     template <auto Set, class Value>
     static void put(Model& model, Value value) {
         if constexpr (std::is_member_object_pointer_v<decltype(Set)>)

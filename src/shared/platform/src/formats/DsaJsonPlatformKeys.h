@@ -133,7 +133,7 @@ inline constexpr Key<HZEPSystemClock> kSystemClockKeys[] = {
     ClockRow::text<&HZEPSystemClock::setNormalizedPeriod>("normalizedPeriod"),
     ClockRow::text<&HZEPSystemClock::setStatus>("status"),
     ClockRow::numberUnlessEmpty<&HZEPSystemClock::setId>("id"),
-    ClockRow::writtenOnly("default", Shape::Flag), // told to the platform, see readSystemClock
+    Key<HZEPSystemClock>{{"default", Shape::Flag}}, // told to the platform, see readSystemClock
 };
 
 /// A clock without an id can't be the default one.
@@ -299,17 +299,17 @@ inline constexpr Key<HPLPlatform> kPlatformKeys[] = {
     Root::list<&HPLPlatform::addBusInterface, kBusInterfaceKeys>(kBusInterfaces),
     Root::list<&HPLPlatform::addNocConnectivity, kNocConnectivityKeys>(kNocConnectivity),
     Root::list<&HPLPlatform::addHardwareIPParam, kIpParamKeys>("ipParameters"),
-    Root::writtenOnly("extensions", Shape::Object),
+    Root::derived("extensions", Shape::Object),
     Root::writtenOnly("description"),
     Root::writtenOnly("detailedDescription"),
-    Root::writtenOnly("uniqueName"),
-    Root::writtenOnly("fpgaPart"),
-    Root::writtenOnly("fpgaDevice"),
-    Root::writtenOnly("interfaceDescription"),
-    Root::writtenOnly("platformFile"),
-    Root::writtenOnly("maxAXIMMManagers", Shape::Number),
-    Root::writtenOnly("maxAXIMMSubordinates", Shape::Number),
-    Root::writtenOnly("maxInterrupts", Shape::Number),
+    Root::derived("uniqueName"),
+    Root::derived("fpgaPart"),
+    Root::derived("fpgaDevice"),
+    Root::derived("interfaceDescription"),
+    Root::derived("platformFile"),
+    Root::derived("maxAXIMMManagers", Shape::Number),
+    Root::derived("maxAXIMMSubordinates", Shape::Number),
+    Root::derived("maxInterrupts", Shape::Number),
     Root::writtenOnly("generatedIpChangeList"),
     Root::writtenOnly("generatedSharedDataChangeList"),
 };

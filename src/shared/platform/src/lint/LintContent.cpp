@@ -21,6 +21,7 @@ using lint::Findings;
 using lint::Kind;
 using lint::Node;
 using lint::Rule;
+using lint::Spot;
 
 /// Things that stand below `parent`: its children of the name `item`, or the items of a list where that is "".
 struct Place {
@@ -55,8 +56,15 @@ constexpr Identity kIdentities[] = {
     {{Kind::ArchiveJson, "memories", ""}, "name", "memory"},
     {{Kind::ArchiveJson, "configParams", ""}, "name", "parameter", Compared::AsText, Wins::Last},
     {{Kind::ArchiveJson, "designIpInstances", ""}, "instance", "design IP"},
+    {{Kind::ArchiveJson, "busInterfaces", ""}, "name", "bus interface"},
+    {{Kind::ArchiveJson, "pBlocks", ""}, "name", "pblock"},
+    {{Kind::ArchiveJson, "resources", ""}, "type", "resource type", Compared::InAnyCase, Wins::Last},
+    {{Kind::ArchiveJson, "interfaces", ""}, "id", "interface id"},
     {{Kind::ArchiveJson, "devices", ""}, "name", "device", Compared::AsText, Wins::First},
+    {{Kind::HardwareFile, "component", "busInterface"}, "name", "bus interface"},
     {{Kind::ArchiveXml, "SystemClocks", "SystemClock"}, "Name", "clock"},
+    {{Kind::ArchiveXml, "Core", "Port"}, "Name", "port"},
+    {{Kind::ArchiveXml, "AvailableResources", "PBlock"}, "Name", "pblock"},
     {{Kind::ArchiveXml, "Files", "File"}, "Type", "file type", Compared::InAnyCase, Wins::Last},
     {{Kind::ArchiveXml, "Memories", "Memory"}, "Name", "memory"},
     {{Kind::ArchiveXml, "Config", "Param"}, "Name", "parameter", Compared::AsText, Wins::Last},
@@ -67,6 +75,8 @@ constexpr Identity kIdentities[] = {
     {{Kind::EmulationJson, "emulations", ""}, "name", "emulation"},
     {{Kind::EmulationXml, "Emulations", "Emulation"}, "Name", "emulation"},
     {{Kind::PropertyFile, "DesignIpInstances", ""}, "VLNV", "IP instance", Compared::AsText, Wins::Last},
+    {{Kind::IndexFile, "files", ""}, "type", "file type", Compared::AsText, Wins::Last},
+    {{Kind::BoardFile, "connectors", ""}, "name", "connector"},
 };
 
 /// A choice among the things below the node that makes it.
@@ -141,6 +151,8 @@ constexpr Number kNumbers[] = {
 };
 
 /// A text of a form of its own: a part, or the size of a memory.
+constexpr std::size_t kMaxSizeDigits = 12;
+
 struct Form {
     Place place;
     const char* key;
@@ -151,10 +163,24 @@ void checkPart(const Node& part, Findings& findings) {
     try {
         HZEPDevice().setFpgaPart(part.value);
     } catch (const std::exception&) {
-        findings.add(Rule::PartForm, part.line,
+        findings.add(Rule::PartForm, part.spot(),
                      "part " + lint::quote(part.value) +
                          ": expected architecture:device:package:speed and at most three more between colons");
     }
+}
+
+/// "16384MB" and "16 GB" as "16GB"; "" for what is no whole number of GB.
+std::string toGigabytes(const std::string& size) {
+    const std::size_t end = std::min(size.find_first_not_of("0123456789"), size.size());
+    const std::size_t unit = std::min(size.find_first_not_of(' ', end), size.size());
+    if (end == 0 || end > kMaxSizeDigits)
+        return {};
+    long number = std::strtol(size.c_str(), nullptr, 10);
+    if (ascii::equalsIgnoringCase(size.substr(unit), "MB") || ascii::equalsIgnoringCase(size.substr(unit), "MiB"))
+        number = number % 1024 == 0 ? number / 1024 : 0;
+    else if (!ascii::equalsIgnoringCase(size.substr(unit), "GB") && !ascii::equalsIgnoringCase(size.substr(unit), "GiB"))
+        return {};
+    return number > 0 ? std::to_string(number) + "GB" : std::string();
 }
 
 void checkMemorySize(const Node& size, Findings& findings) {
@@ -167,7 +193,9 @@ void checkMemorySize(const Node& size, Findings& findings) {
     } catch (const std::exception&) {
         outcome = "can't be worked out";
     }
-    findings.add(Rule::MemorySize, size.line, "memory size " + lint::quote(size.value) + " " + outcome + "; expected a form like \"16GB\"");
+    findings.add(Rule::MemorySize, size.spot(),
+                 "memory size " + lint::quote(size.value) + " " + outcome + "; expected a form like \"16GB\"",
+                 {"digits and \"GB\"", toGigabytes(size.value), {}});
 }
 
 void checkComputeUnits(const Node& core, Findings& findings) {
@@ -176,7 +204,7 @@ void checkComputeUnits(const Node& core, Findings& findings) {
     const long number = units ? std::strtol(units->value.c_str(), nullptr, 10) : 0;
     // What is beyond the model's own field is cut before, which is another finding.
     if (number > most && number <= std::numeric_limits<std::uint16_t>::max())
-        findings.add(Rule::NoRoomInXml, units->line,
+        findings.add(Rule::NoRoomInXml, units->spot(),
                      lint::quote(units->name) + ": " + lint::quote(units->value) + " is more than " + std::to_string(most) +
                          ", which is the most that XML metadata hold");
 }
@@ -198,7 +226,8 @@ struct Listing {
 constexpr Listing kListings[] = {
     {{Kind::ArchiveJson, "files", ""}, "type", "name"},   {{Kind::ArchiveXml, "Files", "File"}, "Type", "Name"},
     {{Kind::EmulationJson, "files", ""}, "type", "name"}, {{Kind::EmulationXml, "Files", "File"}, "Type", "Name"},
-    {{Kind::ArchiveXml, "Images", "Img"}, "", "File"},
+    {{Kind::ArchiveXml, "Images", "Img"}, "", "File"},    {{Kind::ArchiveXml, "Drivers", "Driver"}, "", "File"},
+    {{Kind::IndexFile, "files", ""}, "type", "name"},
 };
 
 std::string normalise(const std::string& value, Compared compared) {
@@ -237,7 +266,8 @@ public:
         for (const Needed& needed : kNeeded)
             forEachAt(needed.place, node, kind_, [&](const Node& thing) {
                 if (!thing.find(needed.key))
-                    findings_.add(Rule::Schema, thing.line, "an item of " + lint::quote(node.name) + " has no " + lint::quote(needed.key));
+                    findings_.add(Rule::Schema, thing.spot(),
+                                  "an item of " + lint::quote(node.name) + " has no " + lint::quote(needed.key));
             });
         for (const Form& form : kForms)
             forEachAt(form.place, node, kind_, [&](const Node& thing) {
@@ -252,23 +282,24 @@ public:
 
 private:
     void checkIdentity(const Identity& identity, const Node& parent) {
-        std::unordered_map<std::string, std::size_t> seen;
+        std::unordered_map<std::string, Spot> seen;
         forEachAt(identity.place, parent, kind_, [&](const Node& thing) {
             const Node* key = thing.find(identity.key);
             if (!key || key->form != Node::Text || key->value.empty())
                 return;
-            const auto [earlier, isFirst] = seen.try_emplace(normalise(key->value, identity.compared), key->line);
+            const auto [earlier, isFirst] = seen.try_emplace(normalise(key->value, identity.compared), key->spot());
             if (!isFirst)
                 complainOfDuplicate(identity.what, *key, key->value, earlier->second, identity.wins);
         });
     }
 
-    void complainOfDuplicate(const std::string& what, const Node& key, const std::string& name, std::size_t earlier, Wins wins) {
+    void complainOfDuplicate(const std::string& what, const Node& key, const std::string& name, Spot earlier, Wins wins) {
         const char* const outcome = wins == Wins::First  ? "; only the first is found"
                                     : wins == Wins::Last ? "; only the last is found"
                                                          : "";
-        findings_.add(Rule::DuplicateName, key.line,
-                      what + " " + lint::quote(name) + " comes again, line " + std::to_string(earlier) + " has it too" + outcome);
+        findings_.add(Rule::DuplicateName, key.spot(),
+                      what + " " + lint::quote(name) + " comes again, line " + std::to_string(earlier.line) + " has it too" + outcome,
+                      {{}, {}, findings_.at(earlier)});
     }
 
     void checkDefault(const Default& choice, const Node& holder) {
@@ -285,7 +316,7 @@ private:
                 names.push_back(HostText::makePrintable(thing.get(*choice.keys.begin())));
         });
         if (!isFound)
-            findings_.add(Rule::DanglingDefault, chosen->line,
+            findings_.add(Rule::DanglingDefault, chosen->spot(),
                           lint::quote(chosen->name) + ": there is no " + choice.what + " " + lint::quote(chosen->value) +
                               HZEPNearNames::suggest(chosen->value, names, 1));
     }
@@ -316,21 +347,21 @@ private:
             if (!choice || !ascii::equalsIgnoringCase(choice->value, "true"))
                 return;
             if (clock.get("id").empty())
-                findings_.add(Rule::DanglingDefault, choice->line,
+                findings_.add(Rule::DanglingDefault, choice->spot(),
                               "clock " + lint::quote(clock.get("name")) + " has no id and can't be the default");
             else if (earlier)
-                complainOfDuplicate("default clock", *choice, clock.get("name"), earlier->line, Wins::Last);
+                complainOfDuplicate("default clock", *choice, clock.get("name"), earlier->spot(), Wins::Last);
             earlier = choice;
         });
         forEachAt({kind_, "designIpInstances", ""}, node, kind_, [&](const Node& instance) {
-            std::unordered_map<std::string, std::size_t> seen;
+            std::unordered_map<std::string, Spot> seen;
             if (const Node* configuration = instance.find("configuration"))
                 checkConfiguration(*configuration, "", seen);
         });
     }
 
     /// Nested objects are dotted names.
-    void checkConfiguration(const Node& object, const std::string& prefix, std::unordered_map<std::string, std::size_t>& seen) {
+    void checkConfiguration(const Node& object, const std::string& prefix, std::unordered_map<std::string, Spot>& seen) {
         for (const Node& child : object.children) {
             if (findings_.isFull() || prefix.size() > kMaxConfigurationKey)
                 return;
@@ -339,7 +370,7 @@ private:
                 checkConfiguration(child, name + ".", seen);
                 continue;
             }
-            const auto [earlier, isFirst] = seen.try_emplace(name, child.line);
+            const auto [earlier, isFirst] = seen.try_emplace(name, child.spot());
             if (!isFirst)
                 complainOfDuplicate("configuration key", child, name, earlier->second, Wins::Last);
         }
@@ -352,31 +383,17 @@ private:
     Findings& findings_;
 };
 
-/// The nodes that have children, each before what stands in it; a document may nest deeply.
-template <class Take>
-void forEachHolder(const Node& root, const Take& take) {
-    std::vector<const Node*> waiting = {&root};
-    while (!waiting.empty()) {
-        const Node& node = *waiting.back();
-        waiting.pop_back();
-        take(node);
-        for (auto child = node.children.rbegin(); child != node.children.rend(); ++child)
-            if (!child->children.empty())
-                waiting.push_back(&*child);
-    }
-}
-
 void collectFiles(const Node& node, Kind kind, std::vector<lint::ListedFile>& files) {
     for (const Listing& listing : kListings)
         forEachAt(listing.place, node, kind, [&](const Node& file) {
             const Node* name = file.find(listing.name);
             if (name && !name->value.empty())
-                files.push_back({*listing.type ? file.get(listing.type) : "", name->value, name->line});
+                files.push_back({*listing.type ? file.get(listing.type) : "", name->value, name->spot()});
         });
     if (kind == Kind::ArchiveJson && node.name == "board")
         for (const Node& image : node.children)
             if (image.name.starts_with("imageFile") && !image.value.empty())
-                files.push_back({"", image.value, image.line});
+                files.push_back({"", image.value, image.spot()});
 }
 
 } // namespace
@@ -397,12 +414,13 @@ const std::string& Node::get(std::string_view child) const {
 }
 
 bool isJson(Kind kind) {
-    return kind == Kind::ArchiveJson || kind == Kind::EmulationJson || kind == Kind::ExtensionJson || kind == Kind::PropertyFile;
+    return kind != Kind::PlatformFile && kind != Kind::SoftwareFile && kind != Kind::HardwareFile && kind != Kind::ArchiveXml &&
+           kind != Kind::EmulationXml;
 }
 
 void checkContent(const Node& root, Kind kind, Findings& findings) {
     if (kind == Kind::EmulationJson && !root.find("emulations"))
-        findings.add(Rule::Schema, root.line, "the document has no \"emulations\"");
+        findings.add(Rule::Schema, root.spot(), "the document has no \"emulations\"");
     ContentCheck check(kind, findings);
     forEachHolder(root, [&](const Node& node) { check.check(node); });
 }

@@ -16,7 +16,8 @@ using lint::Node;
 /// Fills a tree whose values know their lines.
 class Filler {
 public:
-    Filler(Node& root, const rapidjson::StringStream& stream) : root_(root), stream_(stream), counted_(stream.src_) {}
+    Filler(Node& root, const rapidjson::StringStream& stream)
+        : root_(root), stream_(stream), counted_(stream.src_), lineStart_(stream.src_) {}
 
     bool Null() { return text("null"); }
     bool Bool(bool value) { return text(value ? "true" : "false"); }
@@ -25,6 +26,7 @@ public:
     bool Key(const char* name, rapidjson::SizeType size, bool) {
         name_.assign(name, size);
         line_ = line();
+        column_ = columnOfText();
         return true;
     }
     bool StartObject() { return open(Node::Object); }
@@ -43,9 +45,27 @@ public:
 
 private:
     std::size_t line() {
-        lines_ += static_cast<std::size_t>(std::count(counted_, stream_.src_, '\n'));
+        if (const auto lines = static_cast<std::size_t>(std::count(counted_, stream_.src_, '\n')); lines > 0) {
+            lines_ += lines;
+            for (lineStart_ = stream_.src_; lineStart_[-1] != '\n';)
+                --lineStart_;
+        }
         counted_ = stream_.src_;
         return lines_;
+    }
+
+    /// Of the quoted text that ends here: the quote before it is the last one without an odd number of backslashes.
+    std::size_t columnOfText() const {
+        const char* start = stream_.src_ - 2;
+        for (;; --start) {
+            while (*start != '"')
+                --start;
+            const char* before = start;
+            while (before > lineStart_ && before[-1] == '\\')
+                --before;
+            if ((start - before) % 2 == 0)
+                return static_cast<std::size_t>(start - lineStart_) + 1;
+        }
     }
 
     Node* place() {
@@ -56,6 +76,7 @@ private:
         Node& parent = *levels_.back();
         Node& node = parent.children.emplace_back();
         node.line = parent.form == Node::Object ? line_ : line();
+        node.column = parent.form == Node::Object ? column_ : 0;
         if (parent.form == Node::Object)
             node.name.swap(name_);
         return &node;
@@ -86,9 +107,11 @@ private:
     Node& root_;
     const rapidjson::StringStream& stream_;
     const char* counted_;
+    const char* lineStart_;
     std::vector<Node*> levels_;
     std::string name_;
     std::size_t line_ = 1;
+    std::size_t column_ = 0;
     std::size_t lines_ = 1;
     std::size_t values_ = 0;
 };

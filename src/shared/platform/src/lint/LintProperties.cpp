@@ -52,14 +52,14 @@ std::string getFault(const std::string& text, Standing standing) {
     return at < text.size() ? "goes into Tcl as it is, where " + lint::quote(text.substr(at, 1)) + " has a meaning" : "";
 }
 
-void checkText(const std::string& what, const std::string& text, std::size_t line, Standing standing, Findings& findings) {
+void checkText(const std::string& what, const std::string& text, lint::Spot spot, Standing standing, Findings& findings) {
     if (const std::string fault = getFault(text, standing); !fault.empty())
-        findings.add(Rule::TclText, line, what + " " + lint::quote(text) + " " + fault);
+        findings.add(Rule::TclText, spot, what + " " + lint::quote(text) + " " + fault);
 }
 
 void checkValue(const Node& value, Standing standing, Findings& findings) {
     if (value.form == Node::Text)
-        checkText(lint::quote(value.name) + ":", value.value, value.line, standing, findings);
+        checkText(lint::quote(value.name) + ":", value.value, value.spot(), standing, findings);
 }
 
 /// The texts of an object that the script gets, each with its key.
@@ -67,7 +67,7 @@ void checkDictionary(const Node& object, const Utils::Keys& unused, Standing key
     for (const Node& child : object.children) {
         if (child.form != Node::Text || unused.contains(child.name))
             continue;
-        checkText("key", child.name, child.line, key, findings);
+        checkText("key", child.name, child.spot(), key, findings);
         checkValue(child, value, findings);
     }
 }
@@ -87,7 +87,7 @@ void checkPropertyTexts(const Node& root, Findings& findings) {
                     checkDictionary(*configuration, Utils::getUnUsedZepMemorySubSystemParams(), Standing::Bare, Standing::Braced, findings);
             }
         } else if (child.form == Node::Text && !child.value.empty()) {
-            checkText("key", child.name, child.line, Standing::Bare, findings);
+            checkText("key", child.name, child.spot(), Standing::Bare, findings);
             checkValue(child, Standing::Bare, findings);
         }
     }
@@ -166,7 +166,7 @@ private:
     }
 
     void complain(const Node& node, const std::string& expectation) {
-        findings_.add(Rule::WrongShape, node.line, (node.name.empty() ? "" : lint::quote(node.name) + ": ") + expectation);
+        findings_.add(Rule::WrongShape, node.spot(), (node.name.empty() ? "" : lint::quote(node.name) + ": ") + expectation);
     }
 
     Findings& findings_;
@@ -178,7 +178,7 @@ namespace lint {
 
 void checkProperties(const Node& root, Findings& findings) {
     if (root.form != Node::Object)
-        findings.add(Rule::WrongShape, root.line, "the document must be an object");
+        findings.add(Rule::WrongShape, root.spot(), "the document must be an object");
     else
         ShapeCheck(findings).checkRoot(root);
 }

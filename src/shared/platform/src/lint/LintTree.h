@@ -22,8 +22,14 @@ enum class Kind {
     EmulationJson,
     EmulationXml,
     ExtensionJson,
-    PropertyFile
+    PropertyFile,
+    LabelFile,
+    IndexFile,
+    BoardFile,
+    PolicyFile,
+    KeysFile
 };
+inline constexpr std::size_t kKinds = static_cast<std::size_t>(Kind::KeysFile) + 1;
 
 /// One value of a document with its line. XML elements are objects; their attributes are texts in them, before the elements.
 struct Node {
@@ -34,11 +40,14 @@ struct Node {
     std::size_t line = 1;
     Form form = Text;
     std::vector<Node> children;
+    /// In bytes, of the name, or of the value of an item in a list; 0 where it is not known.
+    std::size_t column = 0;
 
     /// The first child of the name; null when there is none.
     const Node* find(std::string_view child) const;
     /// Its value, "" when there is none.
     const std::string& get(std::string_view child) const;
+    Spot spot() const { return {line, column}; }
 };
 
 bool isJson(Kind kind);
@@ -47,6 +56,9 @@ bool isJson(Kind kind);
 /// bindings on the way.
 std::optional<Node> readJson(const std::string& text, Findings& findings);
 std::optional<Node> readXml(const std::string& text, Kind kind, Findings& findings);
+
+/// Gives the nodes of a tree that was read from the text their columns.
+void locateXml(std::string_view text, Node& root);
 
 /// Kind of a text by what stands in it; none when that tells nothing.
 std::optional<Kind> recogniseJson(const std::string& text);
@@ -61,6 +73,51 @@ void checkDuplicateKeys(const Node& object, Findings& findings);
 /// The checks of names, ids, defaults, parts, sizes and numbers.
 void checkContent(const Node& root, Kind kind, Findings& findings);
 
+/// Values that are words of a list, closed or open.
+void checkWords(const Node& root, Kind kind, Findings& findings);
+
+/// Forms of numbers and how likely they are.
+void checkForms(const Node& root, Kind kind, Findings& findings);
+
+/// What refers to things of the same document, and sets of things that have a rule.
+void checkReferences(const Node& root, Kind kind, Findings& findings);
+
+/// Ranges of addresses, and parts of a whole.
+void checkPlaces(const Node& root, Kind kind, Findings& findings);
+
+/// What depends on versions, and what readers and writers drop.
+void checkAges(const Node& root, Kind kind, Findings& findings);
+void checkLosses(const Node& root, Kind kind, Findings& findings);
+
+/// Label files, the index of a metadata archive, board files, and the lists of a tool's installation.
+void checkLabels(const Node& root, Findings& findings);
+void checkIndex(const Node& root, Findings& findings);
+void checkBoard(const Node& root, Findings& findings);
+void checkPolicy(const Node& root, Findings& findings);
+
+/// The nodes that have children, each before what stands in it; a document may nest deeply.
+template <class Take>
+void forEachHolder(const Node& root, const Take& take) {
+    std::vector<const Node*> waiting = {&root};
+    while (!waiting.empty()) {
+        const Node& node = *waiting.back();
+        waiting.pop_back();
+        take(node);
+        for (auto child = node.children.rbegin(); child != node.children.rend(); ++child)
+            if (!child->children.empty())
+                waiting.push_back(&*child);
+    }
+}
+
+/// Hands over the objects in a list, or the elements of a name.
+template <class Take>
+void forEachItem(const Node* parent, std::string_view name, const Take& take) {
+    if (parent)
+        for (const Node& child : parent->children)
+            if (child.form == Node::Object && child.name == name)
+                take(child);
+}
+
 /// The shape of a property file, which has no table of keys.
 void checkProperties(const Node& root, Findings& findings);
 
@@ -72,7 +129,7 @@ void checkTcl(const Node& root, Kind kind, Findings& findings);
 struct ListedFile {
     std::string type;
     std::string name;
-    std::size_t line;
+    Spot spot;
 };
 std::vector<ListedFile> listFiles(const Node& root, Kind kind);
 
