@@ -10,12 +10,14 @@
 #include <string>
 #include <vector>
 
-/// "(MEMBER):LINE: severity: text [rule]" for each finding.
+/// "FILE(MEMBER):LINE: severity: text [rule]" for each finding, without the file where it is the one that is checked.
 inline std::vector<std::string> render(const std::string& path) {
     std::vector<std::string> lines;
     for (const HZEPMetadataLint::Finding& finding : HZEPMetadataLint::check(path)) {
-        lines.push_back((finding.member.empty() ? "" : "(" + finding.member + ")") + ":" + std::to_string(finding.line) + ": " +
-                        HZEPMetadataLint::getSeverityName(finding.rule->severity) + ": " + finding.text + " [" + finding.rule->id + "]");
+        const auto& place = finding.place;
+        lines.push_back((place.file == path ? "" : place.file) + (place.member.empty() ? "" : "(" + place.member + ")") + ":" +
+                        std::to_string(place.line) + ": " + HZEPMetadataLint::getSeverityName(finding.rule->severity) + ": " +
+                        finding.text + " [" + finding.rule->id + "]");
     }
     return lines;
 }

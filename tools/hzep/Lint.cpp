@@ -38,6 +38,7 @@ struct Options {
     bool isSarif = false;
     bool isStrict = false;
     bool listsRules = false;
+    bool isPage = false;
 };
 
 const Lint::Rule& findRule(const std::string& id) {
@@ -81,6 +82,26 @@ std::string indent(const std::string& text) {
                  : c == '\t' || static_cast<unsigned char>(c) >= 0x20 ? std::string(1, c)
                                                                       : HostText::makePrintable({&c, 1});
     return lines + "\n";
+}
+
+/// docs/lint-rules.md
+void printPage(Session& session) {
+    session.out() << "# The rules of `hzep lint`\n\nMade by `hzep lint --rules --page`. The examples are pieces of files in `examples/`: "
+                     "with the broken "
+                     "one in place of the\nmended one, just this rule speaks.\n";
+    std::string kind;
+    for (const Lint::Rule& rule : Lint::getRules()) {
+        if (kind != rule.kind)
+            session.out() << "\n## " << (kind = rule.kind) << '\n';
+        const Lint::Example& example = rule.example;
+        session.out() << "\n### " << rule.id << "\n\n"
+                      << Lint::getSeverityName(rule.severity) << ": " << rule.why << ' ' << rule.remedy << "\n\n";
+        if (*example.file)
+            session.out() << "`" << example.file << "`" << (example.mended ? ", broken:" : ", which should not be there:") << "\n\n";
+        session.out() << (*example.broken ? indent(example.broken) : "    (nothing)\n");
+        if (example.mended)
+            session.out() << "\nmended:\n\n" << indent(example.mended);
+    }
 }
 
 void explain(Session& session, const std::string& id) {
@@ -209,7 +230,7 @@ void lintFiles(Session& session, const Options& options) {
     std::vector<std::string> units;
     std::vector<std::string> faults;
     for (const std::string& file : options.files)
-        if (std::error_code error; std::filesystem::is_directory(file, error))
+        if (std::error_code code; std::filesystem::is_directory(file, code))
             try {
                 const std::vector<std::string> below = Lint::list(file);
                 if (below.empty())
@@ -265,6 +286,7 @@ void addLint(CLI::App& app, Session& session) {
     verb->add_option("--ignore", options->ignored, "Don't tell what this rule finds; can be given again")->allow_extra_args(false);
     verb->add_flag("--strict", options->isStrict, "Exit with 1 for notes too");
     verb->add_flag("--rules", options->listsRules, "List the rules: id, severity, kind, and why it matters");
+    verb->add_flag("--page", options->isPage, "With --rules: as a page of text with the examples");
     verb->add_option("--explain", options->explained, "Tell about one rule, with an example");
     verb->footer("A finding is a line 'FILE:LINE: severity: text [rule]', for a member of an archive 'FILE(MEMBER):LINE: ...'.\n"
                  "A file .hzeplint beside a platform allows rules, one 'RULE REASON' a line.\n"
@@ -274,7 +296,7 @@ void addLint(CLI::App& app, Session& session) {
         if (!options->explained.empty())
             explain(session, options->explained);
         else if (options->listsRules)
-            listRules(session, options->isJson);
+            options->isPage ? printPage(session) : listRules(session, options->isJson);
         else if (options->files.empty())
             throw Unusable("lint needs a PLATFORM or FILE, or --rules, or --explain RULE");
         else

@@ -225,7 +225,7 @@ private:
         }
         if (document.kind == Kind::HardwareFile && !archive_.hardwareFile)
             archive_.hardwareFile = &document;
-        for (ListedFile& file : lint::listFiles(*document.root, document.kind)) {
+        for (ListedFile file : lint::listFiles(*document.root, document.kind)) {
             if (isOddName(file.name)) {
                 document.findings.add(
                     Rule::MemberName, file.spot, "the name " + lint::quote(file.name) + " is no name in an archive",
@@ -242,7 +242,7 @@ private:
                 waiting_.emplace_back(file.name, *listedKind);
             listed_.insert(file.name);
             if (const auto size = sizes_.find(file.name); size != sizes_.end() && !file.name.ends_with('/'))
-                looked_.emplace(file.name, Listed{std::move(file), &document, size->second});
+                looked_.emplace(size->first, Listed{file, &document, size->second});
         }
     }
 

@@ -54,19 +54,8 @@ private:
         return lines_;
     }
 
-    /// Of the quoted text that ends here: the quote before it is the last one without an odd number of backslashes.
-    std::size_t columnOfText() const {
-        const char* start = stream_.src_ - 2;
-        for (;; --start) {
-            while (*start != '"')
-                --start;
-            const char* before = start;
-            while (before > lineStart_ && before[-1] == '\\')
-                --before;
-            if ((start - before) % 2 == 0)
-                return static_cast<std::size_t>(start - lineStart_) + 1;
-        }
-    }
+    /// The parser stands at the opening quote until its text is taken.
+    std::size_t columnOfText() const { return *stream_.src_ == '"' ? static_cast<std::size_t>(stream_.src_ - lineStart_) + 1 : 0; }
 
     Node* place() {
         if (++values_ > HZEPMetadataLint::kMaxValues)

@@ -249,6 +249,9 @@ private:
             complain(*software_, Rule::VersionDiffers, *otherVersion, "the version is", *version, file_);
     }
 
+    /// One of another form is another rule's.
+    static bool isPart(const Node* part) { return part && std::count(part->value.begin(), part->value.end(), ':') >= 3; }
+
     /// Each emulation is held against the hardware that is named before it.
     void compareEmulations() {
         const Archive* hardware = nullptr;
@@ -262,7 +265,7 @@ private:
             Document& emulation = *named.archive->metadata;
             const Identity own = lint::getIdentity(emulation);
             const Identity other = lint::getIdentity(*hardware->metadata);
-            if (own.part && other.part && own.part->value != other.part->value)
+            if (isPart(own.part) && isPart(other.part) && own.part->value != other.part->value)
                 complain(emulation, Rule::PartDiffers, *own.part, "the part is", *other.part, *hardware->metadata);
             if (!textOf(own.board).empty() && !textOf(other.board).empty() && own.board->value != other.board->value)
                 complain(emulation, Rule::BoardDiffers, *own.board, "the board id is", *other.board, *hardware->metadata);

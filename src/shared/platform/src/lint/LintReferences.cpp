@@ -108,6 +108,7 @@ private:
     void gather() {
         forEachItem(root_.find("systemClocks"), "", [&](const Node& clock) { addClock(clock, "instRef", clocks_); });
         forEachItem(root_.find("memories"), "", [&](const Node& memory) { memories_.insert(memory.get("name")); });
+        isEmulation_ = ascii::equalsIgnoringCase(root_.get("hardwareEmuPlatform"), "true");
         bool isOfInterest = false;
         const Node* devices = root_.find("devices");
         forEachItem(devices, "", [&](const Node& device) {
@@ -144,7 +145,8 @@ private:
         const Node* memory = segment.find("memoryInstance");
         if (!memory || memory->value.empty())
             return;
-        if (!memories_.empty() && !memories_.contains(memory->value))
+        // Emulation leaves out memories that its models lack.
+        if (!memories_.empty() && !memories_.contains(memory->value) && !isEmulation_)
             complainOfUnknown(Rule::UnknownMemory, "memory", *memory, memories_, findings_);
         used_.insert(memory->value);
         // One bank may be reached through several interfaces, and then has one name.
@@ -192,6 +194,7 @@ private:
     Names used_;
     std::map<std::string, Earlier> indices_;
     unsigned long regions_ = 0;
+    bool isEmulation_ = false;
 };
 
 void checkXml(const Node& root, Findings& findings) {

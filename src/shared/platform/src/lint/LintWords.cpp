@@ -190,7 +190,7 @@ void checkWord(const Row& row, const Node& node, const std::string& word, Findin
         fix = lint::toFlag(word) == "true" ? "yes" : "no";
     findings.add(row.rule, node.spot(),
                  lint::quote(node.name) + ": " + lint::quote(word) + " " + row.outcome +
-                     (fix.empty() && !findings.isFull(row.rule) ? HZEPNearNames::describe(near) : ""),
+                     (row.words == &flags || findings.isFull(row.rule) ? "" : HZEPNearNames::describe(near)),
                  {describeWords(words), fix, {}});
 }
 
