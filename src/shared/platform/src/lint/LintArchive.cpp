@@ -32,7 +32,7 @@ constexpr const char* kArchiveExts[] = {"kar", "dsa"};
 constexpr const char* kIndexMember = "mda.json";
 /// Largest script that is looked at, in bytes, and how much of one is read on for the end of a command.
 constexpr std::size_t kMaxScript = std::size_t{4} << 20;
-constexpr std::size_t kMaxCommand = std::size_t{64} << 10;
+constexpr std::size_t kMaxCommand = std::size_t{8} << 10;
 
 /// Members that are documents themselves, by the type that a table of contents gives them.
 struct TypedKind {
