@@ -195,7 +195,6 @@ TEST_F(ArchiveLint, ChecksTheDocumentsInTheArchive) {
                             "(kar.xml):1: error: element 'Root': attribute 'VersionMinor' is missing [schema]",
                             "(kar.xml):1: error: element 'DSA' is missing in 'Root' [schema]",
                             "(kar.xml):1: error: the document has no \"GenAppInfo\" [schema]",
-                            "(kar.xml):1: note: the archive has JSON metadata too, which are read in place of these [two-metadata]",
                             "(hw_emu/kar.json):1: warning: key \"nmae\" is not known here; did you mean \"name\"? [unknown-key]",
                             "(e.json):1: error: the archive has no member \"gone\" [missing-member]",
                             "(x.json):2: error: expected key string [parse]",

@@ -101,7 +101,7 @@ void checkIdentity(Document& document) {
     if (!metadata)
         return;
     const bool isJson = document.kind == Kind::ArchiveJson;
-    for (const auto& [node, what] : {std::pair{identity.vendor, "vendor"}, {identity.board, "board id"}, {identity.name, "name"}})
+    for (const auto& [node, what] : {std::pair{identity.vendor, "vendor"}, {identity.name, "name"}})
         if (textOf(node).empty())
             document.findings.add(Rule::IdentityMissing, (node ? *node : *metadata).spot(), std::string("the metadata have no ") + what);
     const Node* board = getBoard(document);
@@ -210,15 +210,16 @@ void checkPropertyClocks(Document& properties, const Document& metadata) {
                                         HZEPNearNames::suggest(clock.name, {known.begin(), known.end()}, 1));
 }
 
-void checkAlternate(Document& alternate, const Document& primary) {
-    const Identity a = lint::getIdentity(alternate);
+/// The first thing in which metadata that stand beside the primary ones tell another platform.
+void checkSecond(Document& second, Rule rule, const Document& primary) {
+    const Identity a = lint::getIdentity(second);
     const Identity b = lint::getIdentity(primary);
     for (const auto member : {&Identity::vendor, &Identity::board, &Identity::name, &Identity::major, &Identity::minor, &Identity::part})
-        if (const Node* mine = a.*member; mine && mine->value != textOf(b.*member)) {
-            alternate.findings.add(Rule::AlternateMetadata, mine->spot(),
-                                   lint::quote(mine->name) + " is " + lint::quote(mine->value) + ", and in " + lint::quote(primary.member) +
-                                       " " + lint::quote(textOf(b.*member)),
-                                   {{}, {}, b.*member ? primary.findings.at((b.*member)->spot()) : HZEPMetadataLint::Place{}});
+        if (const Node* mine = a.*member; mine && !lint::isSameNumber(mine->value, textOf(b.*member))) {
+            second.findings.add(rule, mine->spot(),
+                                lint::quote(mine->name) + " is " + lint::quote(mine->value) + ", and in " + lint::quote(primary.member) +
+                                    " " + lint::quote(textOf(b.*member)),
+                                {{}, {}, b.*member ? primary.findings.at((b.*member)->spot()) : HZEPMetadataLint::Place{}});
             return;
         }
 }
@@ -257,12 +258,12 @@ void compareDocuments(Archive& archive) {
     if (archive.hardwareFile && archive.hardwareFile->root)
         HpfmCheck(*archive.hardwareFile, *metadata).check();
     if (archive.alternate && archive.metadata && archive.alternate->root)
-        checkAlternate(*archive.alternate, *metadata);
+        checkSecond(*archive.alternate, Rule::AlternateMetadata, *metadata);
     for (Document& document : archive.documents) {
         if (document.kind == Kind::PropertyFile && document.root)
             checkPropertyClocks(document, *metadata);
-        if (document.kind == Kind::ArchiveXml && archive.hasJson && document.member.find('/') == std::string::npos)
-            document.findings.add(Rule::TwoMetadata, 1, "the archive has JSON metadata too, which are read in place of these");
+        if (document.kind == Kind::ArchiveXml && document.root && archive.hasJson && document.member.find('/') == std::string::npos)
+            checkSecond(document, Rule::TwoMetadata, *metadata);
     }
 }
 

@@ -29,8 +29,8 @@ constexpr Row kRows[] = {
      {"identity-missing",
       "identity",
       Lint::Warning,
-      "A platform is told apart by vendor, board, name and version, and what is absent counts as \"\".",
-      "Give the metadata a vendor, a board id and a name.",
+      "A platform is told apart by vendor, name and version, and what is absent counts as \"\".",
+      "Give the metadata a vendor and a name.",
       {kMetadata, "\"vendor\": \"\"", "\"vendor\": \"norvane\""}}},
     {Rule::VendorDiffers,
      {"vendor-differs",
@@ -735,11 +735,11 @@ constexpr Row kRows[] = {
      {"two-metadata",
       "ages",
       Lint::Note,
-      "Of JSON and XML metadata in one archive only the JSON ones are read, so that a change of the others shows nowhere.",
-      "Keep one of the two.",
+      "Of JSON and XML metadata in one archive only the JSON ones are read, and here the others tell another platform.",
+      "Make both tell the same platform, or keep one of the two.",
       {"kestrel/hw/kestrel.kar(kar.xml)",
        "<Root VersionMajor=\"1\" VersionMinor=\"15\"><GenAppInfo Name=\"Druvel\" Version=\"2021.1\" CL=\"1\"/><DSA Vendor=\"norvane\" "
-       "BoardId=\"kestrel\" Name=\"gen3x16_base\" VersionMajor=\"2\" VersionMinor=\"1\" Description=\"\"><Build/><Board Name=\"kestrel\" "
+       "BoardId=\"kestrel\" Name=\"gen3x16_old\" VersionMajor=\"2\" VersionMinor=\"1\" Description=\"\"><Build/><Board Name=\"kestrel\" "
        "Vendor=\"norvane.example\" Part=\"\"><Images><Img Type=\"HDPI\" File=\"\"/></Images></Board><Devices><Device Name=\"fpga0\" "
        "Type=\"fpga\"><Core Name=\"\" Type=\"\" ComputeUnits=\"1\"/></Device></Devices><Files/></DSA></Root>",
        nullptr}}},
