@@ -31,7 +31,8 @@ inline PyObject* toPython(const std::string& text) {
     return PyUnicode_DecodeUTF8(text.data(), static_cast<Py_ssize_t>(text.size()), "surrogateescape");
 }
 
-/// Text, or a path of any kind whose form is text. False, without an exception, for anything else.
+/// Text, or a path of any kind whose form is text. False for anything else: without an exception for what is of another type, else with the
+/// one that says why, as for text that has no form in UTF-8.
 inline bool fromPython(PyObject* given, std::string& text) {
     PyObject* const shown = PyUnicode_Check(given) ? Py_NewRef(given) : PyOS_FSPath(given);
     PyObject* const bytes = shown && PyUnicode_Check(shown) ? PyUnicode_AsEncodedString(shown, "utf-8", "surrogateescape") : nullptr;
@@ -39,7 +40,8 @@ inline bool fromPython(PyObject* given, std::string& text) {
         text.assign(PyBytes_AS_STRING(bytes), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes)));
     Py_XDECREF(shown);
     Py_XDECREF(bytes);
-    PyErr_Clear();
+    if (PyErr_Occurred() && PyErr_ExceptionMatches(PyExc_TypeError))
+        PyErr_Clear();
     return bytes != nullptr;
 }
 

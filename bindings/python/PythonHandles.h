@@ -22,9 +22,16 @@ struct Place {
     int argument;
 };
 
+/// False, with an exception pending: the one that is already there, else a TypeError.
 inline bool refuse(const Place& place, const char* expected, PyObject* given) {
-    PyErr_Format(PyExc_TypeError, "%s: argument %d must be %s, not %s", place.function, place.argument, expected,
-                 given == Py_None ? "None" : Py_TYPE(given)->tp_name);
+    if (!PyErr_Occurred())
+        PyErr_Format(PyExc_TypeError, "%s: argument %d must be %s, not %s", place.function, place.argument, expected,
+                     given == Py_None ? "None" : Py_TYPE(given)->tp_name);
+    return false;
+}
+
+inline bool refuseClosed(PyObject* given) {
+    raise(closedError, std::string("this ") + Py_TYPE(given)->tp_name + " is closed");
     return false;
 }
 
@@ -35,9 +42,7 @@ inline bool fromHandle(PyObject* given, void** out, swig_type_info* type, int fl
         return true;
     if (given == Py_None || !SWIG_IsOK(SWIG_ConvertPtr(given, out, type, flags)))
         return refuse(place, SWIG_TypePrettyName(type), given);
-    if (!*out)
-        raise(closedError, std::string("this ") + Py_TYPE(given)->tp_name + " is closed");
-    return *out != nullptr;
+    return *out || refuseClosed(given);
 }
 
 /// As fromHandle, for an object that an operation takes over: the handle must own it.

@@ -146,29 +146,37 @@ inline bool childFromPython(PyObject* given, boost::property_tree::ptree& parent
 inline bool treeFromPython(PyObject* given, boost::property_tree::ptree& tree, swig_type_info* type, const Place& place) {
     if (Py_EnterRecursiveCall(" in a property tree") != 0)
         return false;
+    constexpr const char* kExpected = "a dict, a list or a value";
     bool ok = true;
     if (PyDict_Check(given)) {
         PyObject *key = nullptr, *value = nullptr;
         std::string name;
-        for (Py_ssize_t at = 0; ok && PyDict_Next(given, &at, &key, &value);)
+        for (Py_ssize_t at = 0; ok && PyDict_Next(given, &at, &key, &value);) {
+            // A key that is a path runs code, which may drop the entry.
+            const Held heldKey(Py_NewRef(key)), heldValue(Py_NewRef(value));
             ok =
                 (fromPython(key, name) || refuse(place, "a dict with keys of str", key)) && childFromPython(value, tree, name, type, place);
+        }
     } else if (PyList_Check(given) || PyTuple_Check(given)) {
-        for (Py_ssize_t i = 0; ok && i < PySequence_Fast_GET_SIZE(given); ++i)
-            ok = childFromPython(PySequence_Fast_GET_ITEM(given, i), tree, "", type, place);
+        for (Py_ssize_t i = 0; ok && i < PySequence_Fast_GET_SIZE(given); ++i) {
+            const Held item(Py_NewRef(PySequence_Fast_GET_ITEM(given, i)));
+            ok = childFromPython(item.get(), tree, "", type, place);
+        }
     } else if (PyUnicode_Check(given)) {
-        ok = fromPython(given, tree.data());
+        ok = fromPython(given, tree.data()) || refuse(place, kExpected, given);
     } else if (given == Py_None || PyBool_Check(given)) {
         tree.data() = given == Py_None ? "null" : given == Py_True ? "true" : "false";
     } else if (PyLong_Check(given) || PyFloat_Check(given)) {
         const Held text(PyObject_Str(given));
-        ok = text && fromPython(text.get(), tree.data());
+        ok = (text && fromPython(text.get(), tree.data())) || refuse(place, kExpected, given);
     } else {
         void* other = nullptr;
-        if (SWIG_IsOK(SWIG_ConvertPtr(given, &other, type, 0)) && other)
-            tree = *static_cast<const boost::property_tree::ptree*>(other);
+        if (!SWIG_IsOK(SWIG_ConvertPtr(given, &other, type, 0)))
+            ok = refuse(place, kExpected, given);
+        else if (!other)
+            ok = refuseClosed(given);
         else
-            ok = refuse(place, "a dict, a list or a value", given);
+            tree = *static_cast<const boost::property_tree::ptree*>(other);
     }
     Py_LeaveRecursiveCall();
     return ok;

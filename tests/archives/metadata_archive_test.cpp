@@ -119,10 +119,12 @@ TEST_F(MetadataArchive, ComesBackAsItWasMade) {
     HMDAArchive again;
     again.setFile(file_);
     again.setHierName("stale");
-    again.registerFile("STALE", "x");
+    again.registerFile("KEPT", "x");
+    again.registerFile("README", "stale");
     ASSERT_TRUE(again.parse());
     EXPECT_EQ(again.getInstPath() + again.getDrBdInstName() + again.getPfmName() + again.getHierName(), "top/carddr_icard");
-    EXPECT_EQ(again.getFiles().size(), 3u);
+    EXPECT_EQ(again.getFiles().size(), 4u);
+    EXPECT_EQ(again.getFiles().get("KEPT"), "x");
     const std::string out = dir_.path("new/out");
     EXPECT_EQ(again.extract("README", out), out + "/doc/README");
     EXPECT_EQ(again.extract("DR_BD", out), out + "/bd");

@@ -107,7 +107,16 @@ std::vector<BadInput> getBadInputs() {
         {"EmptyMetadata", archive(""), {"p.kar", "kar.json", "empty"}},
 
         {"JsonSyntax", archive("{\n\"vendor\": \"v\",\n\"name\" \"n\"\n}"), {"p.kar", "kar.json", "(3)"}},
-        {"JsonTooDeep", archive("{\"a\":" + repeat("[", 100000)), {"p.kar", "kar.json", "1000"}},
+        {"JsonTooDeep", archive("{\"a\":" + repeat("[", 40000)), {"p.kar", "kar.json", "1000"}},
+        {"JsonBomb", archive("{\"a\":[" + repeat("1,", 250000) + "1]}"), {"p.kar", "kar.json", "more than 225000 values in 500009 bytes"}},
+        {"ExtensionsNoJson",
+         [](const TempDir& dir) {
+             return ZipBuilder(dir.path("p.kar"))
+                 .add("kar.json", R"({"files": [{"type": "META_JSON", "name": "ext.json"}]})")
+                 .add("ext.json", "{\n\"a\" 1}")
+                 .write();
+         },
+         {"p.kar: ext.json(2): expected ':'"}},
         {"JsonNoUtf8", archive("{\n\"vendor\": \"\xff\xfe\"}"), {"p.kar", "kar.json", "(2)", "invalid code sequence"}},
         {"DeviceWithoutCore", archive(device("a:b:c:-1", "")), {"p.kar", "kar.json", "core"}},
         {"PartOfThreeTokens", archive(device("a:b:c")), {"p.kar", "kar.json", "'a:b:c'"}},

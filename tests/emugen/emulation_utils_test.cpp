@@ -67,7 +67,8 @@ protected:
         for (const char* build : {"", "emu_platform_build/"})
             for (const char* kind : {"memss", "streaming"})
                 dir_.write("root/data/emulation/hw_em/scripts/" + (std::string(build) + kind) + "/run.tcl", stubs);
-        dir_.write(kConfig + "card.json", readData("card.json"));
+        // Made such that the script can be run: every bank and instance has a key in it.
+        dir_.write(kConfig + "card.json", edited(edited(readData("card.json"), "AS_LATENCY", "LATENCY"), "NUM_CLKS", "CLKS"));
         dir_.write(kConfig + "default_prop.json", "{\"UseStreaming\": \"true\"}");
         dir_.write("user_ip/core.xml", "<core/>");
         fs::create_directory(dir_.path("tmp"));
@@ -125,6 +126,7 @@ private:
 };
 
 TEST_F(EmulationUtils, WriteThePropertyScript) {
+    dir_.write(kConfig + "card.json", readData("card.json"));
     ASSERT_TRUE(Utils::generateEmuPropDict(makeCard("<File Type=\"TOP_BD\" Name=\"top.bd\"/>"), "", false, "made"));
     EXPECT_EQ(dir_.read("made/hw_emu_prop.tcl"), readExpected("full.tcl"));
     EXPECT_EQ(fs::status("made/hw_emu_prop.tcl").permissions() & fs::perms::owner_exec, fs::perms::owner_exec);
@@ -151,8 +153,8 @@ TEST_F(EmulationUtils, RunUpdatesTheArchive) {
     // The build got the values as Tcl understands them.
     const std::string design = HostZip::readMember(archive, "emu/emu.bd");
     for (const char* part : {"before {project_name project_unified_card", "memory_tags {ddr {{index 0 auto true sptag bank0", "HBM {}}",
-                             "board_memories {{CPU kept ControllerType DDR4_SDRAM", "} {} {SLOT 2}}", " Flow user ", "clk_a 310 clk_b 500",
-                             "Cdma_Base_Address2 0xfee00000"})
+                             "board_memories {{CPU kept ControllerType DDR4_SDRAM", "} {LATENCY 290} {SLOT 2}}", " Flow user ",
+                             "clk_a 310 clk_b 500", "Cdma_Base_Address2 0xfee00000"})
         EXPECT_THAT(design, HasSubstr(part));
 
     // A plain shell makes the same of the scripts.
@@ -174,7 +176,18 @@ TEST_F(EmulationUtils, RunInAFolderLeavesTheArchive) {
                                               "overlay/emu/dynamic_pre_sys_link.tcl", "overlay/emu/emu.bd",
                                               "overlay/emu/user_ip_repo/core.xml", "props/hw_emu_prop.tcl"));
     ASSERT_TRUE(Utils::generateEmuDir("card", "out/props/hw_emu_prop.tcl", "out")) << printed_.str();
-    EXPECT_EQ(dir_.read("emu_update_dsa.tcl"), readExpected("update_dynamic.tcl"));
+    std::string dynamic = readExpected("update_static.tcl");
+    const std::string copy = "  file copy -force  $projName/$projName.srcs/sources_1/bd/$bdName $overlay_dir";
+    const std::string inBuild = "/hw_em/scripts/emu_platform_build/";
+    for (const auto& [from, to] :
+         {std::pair<std::string, std::string>{"source hw_emu_prop/", "source out/props/"},
+          {"/hw_em/scripts/streaming", inBuild + "streaming"},
+          {"/hw_em/scripts/memss", inBuild + "memss"},
+          {"set overlay_dir overlay", "set overlay_dir out/overlay"},
+          {"  set dsaPath ", "  set drBdName            [dict get $config::config_info dr_bd_name]\n  set dsaPath "},
+          {copy, "  file mkdir $overlay_dir/$bdName/\n" + copy + "/$bdName/\n" + edited(copy, "$bdName", "$drBdName") + "/$bdName/"}})
+        dynamic = edited(dynamic, from, to);
+    EXPECT_EQ(dir_.read("emu_update_dsa.tcl"), dynamic);
     EXPECT_EQ(dir_.read("out/overlay/emu/pfm_dynamic/pfm_dynamic.bd"), "dynamic\n");
     EXPECT_THAT(dir_.read("out/overlay/emu.xml"), HasSubstr("<File Type=\"TOP_BD\" Name=\"pfm_dynamic/pfm_dynamic.bd\"/>\n"
                                                             "        <File Type=\"EMU_DR_BD\" Name=\"emu/emu.bd\"/>"));

@@ -1,140 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "../../src/shared/platform/src/formats/DsaJsonPlatformKeys.h"
-#include "DsaJsonDocument.h"
-#include "DsaJsonSupport.h"
-#include "HZEPJSONText.h"
+#include "Documents.h"
+#include "HPLPlatform.h"
+#include "HZEPDsaJsonReader.h"
 #include "HostErrors.h"
 
 #include <gmock/gmock.h>
 
 using boost::property_tree::ptree;
-using dsa_json::KeyInfo;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
-ptree parse(const std::string& text) {
-    ptree tree;
-    HZEPJSONText::read(text, tree);
-    return tree;
-}
-
-void collectUnknown(const ptree& object, const std::vector<const KeyInfo*>& known, const std::string& path,
-                    std::vector<std::string>& unknown) {
-    for (const auto& [name, child] : object) {
-        const KeyInfo* info = nullptr;
-        for (const KeyInfo* key : known)
-            info = key->name == name ? key : info;
-        if (!info) {
-            unknown.push_back(path + name);
-        } else if (info->members && info->shape == dsa_json::Shape::List) {
-            for (const auto& item : child)
-                collectUnknown(item.second, info->members(), path + name + ".", unknown);
-        } else if (info->members) {
-            collectUnknown(child, info->members(), path + name + ".", unknown);
-        }
-    }
+/// What a fresh platform writes after it has read the document.
+std::string readAndRender(const std::string& document) {
+    HPLPlatform platform;
+    EXPECT_TRUE(HZEPDsaJsonReader(&platform).parseJsonString(document));
+    return documentOf(platform);
 }
 
 } // namespace
-
-TEST(DsaJsonFormat, WholeDocumentComesBackByteForByte) {
-    EXPECT_EQ(readAndRender(kWholeDocument), kWholeDocument);
-}
-
-TEST(DsaJsonFormat, TablesKnowEveryKeyThatIsWritten) {
-    HPLPlatform platform;
-    ASSERT_TRUE(HZEPDsaJsonReader(&platform).parseJsonString(kWholeDocument));
-    platform.setDescription("d");
-    platform.setDetailedDescription("d");
-    platform.setPlatformFile("/a/b.kar");
-    platform.setGeneratedIpChangeList("1");
-    platform.setGeneratedSharedDataChangeList("1");
-    HZEPHardwareBusInterface* bus = platform.addBusInterface();
-    bus->setResetRef("r");
-    bus->setSLR("SLR0");
-    bus->setMemoryInstance("m");
-    bus->setDirection("in");
-    platform.getBoard().addDriver();
-    platform.getBoard().addDimmConnector("a", "b", "c", "d", "e", true, true);
-    HPLCore& core = platform.getDevice("fpga0")->getCore();
-    core.setParentRMInstPath("p");
-    core.setVLNV("v");
-    core.setClockFreq("f");
-    core.addConfigParam("a", "b");
-    HPLPort* port = core.addPort();
-    for (auto set :
-         {&HPLPort::setName, &HPLPort::setType, &HPLPort::setMode, &HPLPort::setBase, &HPLPort::setRange, &HPLPort::setDataWidth,
-          &HPLPort::setProtocol, &HPLPort::setIdWidth, &HPLPort::setAddrWidth, &HPLPort::setUserWidth, &HPLPort::setAddrOffset,
-          &HPLPort::setAddrRange, &HPLPort::setMaxBurstLength, &HPLPort::setFrequency, &HPLPort::setPolarity, &HPLPort::setDirection})
-        (port->*set)("x");
-
-    std::vector<std::string> unknown;
-    collectUnknown(parse(render(platform)), dsa_json::membersOf<dsa_json::kPlatformKeys>(), "", unknown);
-    EXPECT_THAT(unknown, IsEmpty());
-}
-
-// A second, empty document tells which keys are told to the model when they are absent and which are left alone.
-TEST(DsaJsonFormat, AbsentKeysResetOnlyWhatIsReadUnconditionally) {
-    HPLPlatform platform;
-    ASSERT_TRUE(HZEPDsaJsonReader(&platform).parseJsonString(kWholeDocument));
-    ASSERT_TRUE(HZEPDsaJsonReader(&platform).parseJsonString("{}"));
-    const ptree after = parse(render(platform));
-
-    const struct {
-        const char* key;
-        const char* text; // as the document has it afterwards, "" when it is gone
-    } rows[] = {
-        {"versionMajor", "0"},
-        {"hostArchitecture", ""}, // no longer written without usesPR
-        {"usesPR", "false"},
-        {"platformState", ""},
-        {"topModuleName", ""},
-        {"acceleratorBinaryFormat", ""},
-        {"acceleratorBinaryContent", ""},
-        {"validAcceleratorBinaryContentValues", "bitstream,pdi"},
-        {"dcpFunctionStripped", "false"},
-        {"defaultOutputType", "accbin"},
-        {"designIntent.dataCenter.value", "true"}, // stated once, and a computed value does not take that back
-        {"designIntent.embedded.value", "true"},
-        {"designIntent.serverManaged.value", "false"},
-        {"board.name", "t250"},
-        {"vendor", ""},
-        {"name", ""},
-        {"unifiedPlatform", "false"},
-        {"expandablePlatform", "true"},
-        {"hardware", "false"},
-        {"softwareEmulation", "false"},
-        {"hardwareEmulation", "false"},
-        {"hardwareEmuPlatform", "false"},
-        {"usesNIFD", "false"},
-        {"static", "true"},
-        {"rm", "true"},
-        {"drBdInstName", "dr_i"},
-        {"generatedName", ""},
-        {"generatedChangeList", "0"},
-        {"hasExternalSources", "true"},
-        {"genSwEmuLink", "true"},
-        {"idCode", "0x14b77093"},
-        {"flash.size", "128"},
-        {"designIDs.designID", "1"},
-        {"designIDs.vcengineIDs.puID", "7"},
-        {"vceHardware.arch", "VCEML"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(after.get<std::string>(row.key, ""), row.text) << row.key;
-    EXPECT_EQ(platform.getHostArchAsEnum(), HPLPlatform::HostArchUnknown);
-    EXPECT_EQ(platform.getHostInterfaceAsEnum(), HPLPlatform::HostInterfaceUnknown);
-    EXPECT_EQ(platform.getDefaultClockId(), "-2");
-}
 
 TEST(DsaJsonFormat, EmptyDocument) {
     EXPECT_EQ(readAndRender("{}"), readAndRender(R"({"unknown": {"devices": [1]}, "usesPR": "no"})"));
     HPLPlatform platform;
     ASSERT_TRUE(HZEPDsaJsonReader(&platform).parseJsonString("{}"));
-    const ptree written = parse(render(platform));
+    const ptree written = parse(documentOf(platform));
     EXPECT_EQ(written.get<std::string>("hardware"), "true");
     EXPECT_EQ(written.get<std::string>("softwareEmulation"), "true");
     EXPECT_EQ(written.get<std::string>("expandablePlatform"), "true");
@@ -183,21 +75,15 @@ TEST(DsaJsonFormat, NumbersAreReadAsFarAsTheirDigitsGo) {
         const char* text;
     } rows[] = {
         {R"({"versionMajor": 4294967297})", "versionMajor", "1"},
-        {R"({"versionMajor": "12b"})", "versionMajor", "12"},
         {R"({"featureRoms": [{"majorVersion": 257, "minorVersion": "x"}]})", "featureRoms..majorVersion", "1"},
-        {R"({"featureRoms": [{"drBaseAddress": "0x1000"}]})", "featureRoms..drBaseAddress", "0x0"},
-        {R"({"featureRoms": [{"drBaseAddress": "4096"}]})", "featureRoms..drBaseAddress", "0x1000"},
         {R"({"featureRoms": [{"cdmaBaseAddress2": "0x123456789"}]})", "featureRoms..cdmaBaseAddress2", "0x0"},
         {R"({"featureRoms": [{"featureBitMap": {"value": "0x8", "auroraLink": "enabled"}}]})", "featureRoms..featureBitMap.auroraLink",
          "disabled"},
         {R"({"featureRoms": [{"featureBitMap": "0x8"}]})", "featureRoms..featureBitMap.boardScheduler", "disabled"},
-        {R"({"featureRoms": [{"uuid": ""}]})", "featureRoms..uuid", "00000000-0000-0000-0000-000000000000"},
-        {R"({"busInterfaces": [{"name": "b", "dataWidth": "0x40", "numIdBits": "9"}]})", "busInterfaces..dataWidth", "0"},
         {R"({"busInterfaces": [{"name": "b", "dataWidth": "64", "numIdBits": "9"}]})", "busInterfaces..numIdBits", "0"},
         {R"({"memories": [{"name": "m", "highAddress": "99999999999999999999"}]})", "memories..highAddress", "9223372036854775807"},
         {R"({"memories": [{"name": "m", "lowAddress": "-1"}]})", "memories..lowAddress", "18446744073709551615"},
         {R"({"devices": [{"core": {"numComputeUnits": "65537"}}]})", "devices..core.numComputeUnits", "1"},
-        {R"({"devices": [{"numSLRs": "two", "core": {}}]})", "devices..numSLRs", ""},
         {R"({"resources": [{"type": "bram", "count": "5"}, {"type": "REG", "count": "6"}]})", "resources..count", "5"},
         {R"({"validAcceleratorBinaryContentValues": ",a,,a,b"})", "validAcceleratorBinaryContentValues", ",a,b"},
     };

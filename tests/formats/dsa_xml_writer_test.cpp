@@ -2,11 +2,11 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPDsaXmlWriter.h"
 
-#include "DsaJsonDocument.h"
 #include "DsaXmlSupport.h"
 #include "HZEPDsaJsonReader.h"
 #include "HZEPJSONText.h"
 #include "HostErrors.h"
+#include "WholePlatform.h"
 #include "lmx60.h"
 
 #include <boost/algorithm/string/join.hpp>
@@ -185,7 +185,7 @@ TEST(HZEPDsaXmlWriter, TheLastInterfaceAndFeatureRomStand) {
 /// The same card in JSON and in XML: all that may differ.
 TEST(HZEPDsaXmlWriter, WhatXmlCannotHold) {
     HPLPlatform before;
-    ASSERT_TRUE(HZEPDsaJsonReader(&before).parseJsonString(kWholeDocument));
+    ASSERT_TRUE(HZEPDsaJsonReader(&before).parseJsonString(wholeMetadata()));
     HPLPlatform after;
     ASSERT_TRUE(readDsa(after, written(before)));
     before.setPlatformFile(after.getPlatformFile());

@@ -260,6 +260,7 @@ TEST(JSONText, ReadsCornersAsBoostDoes) {
              ".5"s,
              "1e"s,
              "1e+"s,
+             "4E672E6"s,
              "+1"s,
              "0x10"s,
              "NaN"s,
@@ -297,6 +298,8 @@ TEST(JSONText, ReadsCornersAsBoostDoes) {
              "\"\xFF\""s,
              "\"\x80\""s,
              "\"\xC3\""s,
+             "\""s + std::string(32, 'x') + "\xF0", // the text ends where the parser wants more
+             "\""s + std::string(32, 'x') + "\xE2\x82",
              "\"\xE2\x82\""s,
              "\xFF"s,
              "[\"\xF8\x88\x80\x80\x80\"]"s,
@@ -333,8 +336,29 @@ TEST(JSONText, ReadsToTheDepthLimitAndNotOneDeeper) {
     }() + "1]");
 }
 
+TEST(JSONText, ReadsAsManyValuesAsFitTheBytesAndNotOneMore) {
+    const auto list = [](const std::string& item, std::size_t items, std::size_t bytes) {
+        std::string text = "[";
+        for (; items > 0; --items)
+            text += item + (items > 1 ? "," : "");
+        return text.append(bytes - text.size() - 1, ' ') + "]";
+    };
+    constexpr std::size_t bytes = 2'000'000;
+    for (const auto& [item, most, what] : {std::tuple("1", HostJson::getMaxValues(bytes), "values"),
+                                           std::tuple("{}", HostJson::getMaxContainers(bytes), "objects and lists")}) {
+        ptree tree;
+        HZEPJSONText::read(list(item, most - 1, bytes), tree);
+        EXPECT_EQ(tree.size(), most - 1);
+        const std::string large = "<unspecified file>: more than " + std::to_string(most) + " " + what + " in 2000000 bytes";
+        EXPECT_EQ(errorOf(list(item, most, bytes)), large);
+        EXPECT_EQ(errorOf(list(item, most, bytes - 1) + "]"), large) << "nor is its fault looked for";
+    }
+    expectAsBoost("\"" + list("[", 300'000, bytes) + "\"");
+    EXPECT_EQ(errorOf(std::string(HostJson::kMaxBytes + 1, ' ')), "<unspecified file>: larger than 64 MiB");
+}
+
 TEST(JSONText, RefusesHostileDepthAtOnceWhateverComesFirst) {
-    const std::string deep(100'000, '[');
+    const std::string deep(40'000, '[');
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_THAT(errorOf(deep), HasSubstr("(1): nested deeper"));
     // A number that only Boost's parser reads must not lead it down there.

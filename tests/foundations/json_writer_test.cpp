@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Documents.h"
 #include "HZEPJSONUtils.h"
 #include "JSONListWriter.h"
 #include "JSONObjectWriter.h"
@@ -104,22 +105,8 @@ TEST_P(JSONWriterForms, ValuesReplaceInPlaceAndTreesAddASecondMember) {
     other.addKey("x", "y");
     writer.addKey("clock", other);
     writer.addKey("clock", other.getTree());
-    EXPECT_EQ(textOf(writer), R"({
-    "first": "2",
-    "flag": "true",
-    "last": "text",
-    "clock": {
-        "name": "clk",
-        "default": "true"
-    },
-    "clock": {
-        "x": "y"
-    },
-    "clock": {
-        "x": "y"
-    }
-}
-)");
+    EXPECT_EQ(textOf(writer), laidOut(R"({"first": "2", "flag": "true", "last": "text", "clock": {"name": "clk", "default": "true"},
+        "clock": {"x": "y"}, "clock": {"x": "y"}})"));
     EXPECT_FALSE(other.empty()) << "a writer that is not moved in stays as it is";
 }
 

@@ -3,6 +3,7 @@
 
 #include "HZEPDesignIntentStorage.h"
 
+#include "Documents.h"
 #include "JSONObjectWriter.h"
 
 #include <gtest/gtest.h>
@@ -43,26 +44,7 @@ TEST(DesignIntent, WritesAllFourUnderItsOwnKey) {
     storage.toJSON(writer);
     std::ostringstream text;
     writer.write(text);
-    EXPECT_EQ(text.str(), R"({
-    "before": "x",
-    "designIntent": {
-        "dataCenter": {
-            "value": "false",
-            "explicit": "false"
-        },
-        "embedded": {
-            "value": "true",
-            "explicit": "true"
-        },
-        "externalHost": {
-            "value": "false",
-            "explicit": "false"
-        },
-        "serverManaged": {
-            "value": "true",
-            "explicit": "false"
-        }
-    }
-}
-)");
+    EXPECT_EQ(text.str(), laidOut(R"({"before": "x", "designIntent": {"dataCenter": {"value": "false", "explicit": "false"},
+        "embedded": {"value": "true", "explicit": "true"}, "externalHost": {"value": "false", "explicit": "false"},
+        "serverManaged": {"value": "true", "explicit": "false"}}})"));
 }

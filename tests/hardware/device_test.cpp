@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
+#include "Documents.h"
 #include "HPLDevice.h"
 #include "HostErrors.h"
-#include "document_text.h"
 
 #include <gtest/gtest.h>
 

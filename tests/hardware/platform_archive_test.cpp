@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
+#include "Documents.h"
 #include "HPLPlatform.h"
+#include "HZEPJSONText.h"
 #include "HostEnv.h"
 #include "HostErrors.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
-#include "document_text.h"
 
+#include <boost/property_tree/json_parser/error.hpp>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -154,7 +156,14 @@ TEST_F(PlatformArchive, WritesExtensionMetadata) {
     platform.addFile("META_JSON", "scalar.json");
     EXPECT_EQ(documentOf(platform).find("extensions"), std::string::npos);
     platform.addFile("META_JSON", "broken.json");
-    EXPECT_THROW(documentOf(platform), boost::property_tree::json_parser_error);
+    try {
+        documentOf(platform);
+        ADD_FAILURE();
+    } catch (const HZEPJSONTextError& error) {
+        EXPECT_EQ(error.getFault().file, platform.getPlatformFile());
+        EXPECT_EQ(error.getFault().member, "broken.json");
+        EXPECT_EQ(error.what(), platform.getPlatformFile() + ": broken.json(1): expected value");
+    }
     platform.addFile("META_JSON", "missing.json");
     EXPECT_EQ(platform.getExtMetaJsonAsString(), "");
     EXPECT_EQ(documentOf(platform).find("extensions"), std::string::npos);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
+#include "Documents.h"
 #include "HPLBoard.h"
 #include "HPLMemory.h"
 #include "HZEPDesignIPInstance.h"
@@ -8,7 +9,6 @@
 #include "HZEPReconfigPartition.h"
 #include "HZEPSystemClock.h"
 #include "HostErrors.h"
-#include "document_text.h"
 
 #include <gtest/gtest.h>
 

@@ -3,6 +3,8 @@
 #include "HostErrors.h"
 #include "HostFile.h"
 #include "HostFileUtils.h"
+#include "HostText.h"
+#include "HostXpStreams.h"
 #include "HostZip.h"
 #include "HostZipSession.h"
 #include "HostZipStreams.h"
@@ -78,12 +80,25 @@ private:
 
 TEST(Archive, gives_members_whole_by_text_stream_and_source) {
     const TempDir dir;
-    const std::string large = noise(9 << 20);
-    const std::string archive =
-        ZipBuilder(dir.path("a.kar")).add("kar.json", "{}").addStored("big", large).add("big.z", large).add("empty").add("folder/").write();
+    const std::string large = noise(9 << 20), zeros(4 << 20, '\0');
+    const std::string archive = ZipBuilder(dir.path("a.kar"))
+                                    .add("kar.json", "{}")
+                                    .addStored("big", large)
+                                    .add("big.z", large)
+                                    .add("empty")
+                                    .add("folder/")
+                                    .add("zeros", zeros)
+                                    .add(ZipBuilder::Member{.name = "nothing", .raw = true})
+                                    .add("", "none")
+                                    .write();
 
-    for (const auto& [name, content] :
-         {std::pair<std::string, std::string>{"kar.json", "{}"}, {"big", large}, {"big.z", large}, {"empty", ""}}) {
+    for (const auto& [name, content] : {std::pair<std::string, std::string>{"kar.json", "{}"},
+                                        {"big", large},
+                                        {"big.z", large},
+                                        {"empty", ""},
+                                        {"zeros", zeros},
+                                        {"nothing", ""},
+                                        {"", "none"}}) {
         EXPECT_TRUE(HostZip::readMember(archive, name) == content) << name;
         zip_istream in(name, archive);
         EXPECT_TRUE(in.is_open());
@@ -98,10 +113,9 @@ TEST(Archive, gives_members_whole_by_text_stream_and_source) {
     EXPECT_TRUE(hoststream::iostreams::zip::is_file(archive, "kar.json"));
     EXPECT_FALSE(HostZip::containsFile(archive, "KAR.JSON"));
     EXPECT_FALSE(HostZip::containsFile(archive, std::string("kar.json\0x", 10)));
-    EXPECT_FALSE(HostZip::containsFile(archive, ""));
 
     const auto entries = HostZip::getEntries(archive);
-    ASSERT_EQ(entries.size(), 5u);
+    ASSERT_EQ(entries.size(), 8u);
     EXPECT_EQ(entries[0].name, "kar.json");
     EXPECT_EQ(entries[1].size, large.size());
     EXPECT_EQ(entries[1].compressedSize, large.size());
@@ -141,6 +155,9 @@ TEST(Archive, plain_file_is_a_source_too) {
     boost::iostreams::stream<file_source> in(file_source(dir.write("plain", "text\n"), std::ios::in | std::ios::binary));
     EXPECT_EQ(readStream(in), "text\n");
     EXPECT_THAT(raised([&] { file_source(dir.path("missing"), std::ios::in); }), HasSubstr("missing"));
+    mkfifo(dir.path("pipe").c_str(), 0600);
+    EXPECT_THAT(raised([&] { file_source(dir.path("pipe"), std::ios::in); }), HasSubstr("pipe': not a regular file"));
+    EXPECT_FALSE(hoststream::iostreams::xp::is_xp_format(dir.path("pipe")));
 }
 
 TEST(ArchiveDamage, cut_anywhere_is_an_error_and_no_crash) {
@@ -194,7 +211,7 @@ TEST(ArchiveDamage, each_defect_is_told_with_archive_member_and_cause) {
         {"shorter than announced", [](Member& m) { m.size = 500; }, "damaged"},
         {"unknown method", [](Member& m) { m.announcedMethod = 77; }, "not supported"},
         {"no deflate stream", [](Member& m) { m.raw = true; }, "damaged"},
-        {"ratio", [](Member& m) { m.content.assign(8 << 20, '\0'); }, "inflate more than 1000 times"},
+        {"another name in the local header", [](Member& m) { m.localName = "evil"; }, "local header contradicts the directory in its name"},
         {"directory", [](Member& m) { m.name = "m/"; }, "is a directory"},
         {"missing", [](Member& m) { m.name = "other"; }, "no such member"},
     };
@@ -221,25 +238,6 @@ TEST(ArchiveDamage, each_defect_is_told_with_archive_member_and_cause) {
             HostError)
             << c.defect;
     }
-}
-
-TEST(ArchiveDamage, member_at_the_ratio_limit_is_read) {
-    const TempDir dir;
-    ZipBuilder::Member zeros;
-    zeros.name = "zeros";
-    zeros.content.assign(static_cast<std::size_t>(HostZip::kRatioFloor), '\0');
-    EXPECT_EQ(HostZip::readMember(ZipBuilder(dir.path("a")).add(zeros).write(), "zeros"), zeros.content);
-
-    // The refusal is by what is announced; one byte less is tried.
-    ZipBuilder::Member announced;
-    announced.name = "m";
-    announced.content = noise(200);
-    announced.raw = true;
-    announced.size = 200 * HostZip::kMaxRatio + 1;
-    EXPECT_THAT(raised([&] { HostZip::readMember(ZipBuilder(dir.path("b")).add(announced).write(), "m"); }),
-                HasSubstr("inflate more than"));
-    announced.size = 200 * HostZip::kMaxRatio;
-    EXPECT_THAT(raised([&] { HostZip::readMember(ZipBuilder(dir.path("c")).add(announced).write(), "m"); }), HasSubstr("damaged"));
 }
 
 TEST(ArchiveDamage, end_record_of_a_billion_members_takes_no_memory) {
@@ -347,8 +345,10 @@ TEST(Unpack, name_that_could_land_elsewhere_is_refused_before_anything_is_writte
     for (const std::string& name : names) {
         const TempDir dir;
         const std::string archive = ZipBuilder(dir.path("a.kar")).add("d/good", "g").add(name, "evil").write();
-        EXPECT_THAT(raised([&] { HostZip::uncompressDir(archive, "", dir.path("out"), 1); }), StartsWith(archive + ": " + name + ": "))
+        EXPECT_THAT(raised([&] { HostZip::uncompressDir(archive, "", dir.path("out"), 1); }),
+                    StartsWith(archive + ": " + HostText::makePrintable(name) + ": "))
             << name;
+        EXPECT_THAT(raised([&] { HostZip::extractMember(archive, name, dir.path("out")); }), HasSubstr(": its name ")) << name;
         EXPECT_FALSE(HostFile::exists(dir.path("out"))) << name;
         EXPECT_FALSE(HostFile::exists(dir.path("evil"))) << name;
     }
@@ -431,22 +431,6 @@ TEST(Pack, equal_folders_give_equal_bytes) {
     EXPECT_THAT(names, ElementsAre("a-/c", "a.b", "a/b", "kar.json", "z"));
     for (const auto& [name, text] : files)
         EXPECT_EQ(HostZip::readMember(dir.path("one.kar"), name), text);
-}
-
-TEST(Pack, what_is_packed_can_be_read) {
-    const TempDir dir;
-    // Zeros deflate to about a thousandth: some sizes just pass, most don't.
-    const std::size_t sizes[] = {HostZip::kRatioFloor, HostZip::kRatioFloor + 1, 300'000, 2'500'000, 5'000'000};
-    for (const std::size_t size : sizes)
-        dir.write("f/" + std::to_string(size), std::string(size, '\0'));
-    dir.write("f/text", std::string(500'000, 'a') + noise(5000));
-    HostZip::packDirectory(dir.path("f"), dir.path("one.kar"));
-    HostZip::packDirectory(dir.path("f"), dir.path("two.kar"));
-    EXPECT_TRUE(dir.read("one.kar") == dir.read("two.kar"));
-    for (const HostZipEntry& entry : HostZip::getEntries(dir.path("one.kar"))) {
-        EXPECT_TRUE(HostZip::readMember(dir.path("one.kar"), entry.name) == dir.read("f/" + entry.name)) << entry.name;
-    }
-    EXPECT_TRUE(HostZip::uncompressDir(dir.path("one.kar"), "", dir.path("out"), 1));
 }
 
 TEST(Pack, archive_in_its_own_folder_stays_out_of_itself) {

@@ -125,7 +125,6 @@ TEST_F(Digest, WhatCannotBeReadCannotBeStamped) {
         ZipBuilder().add({.name = "a", .content = "0123456789abcdef", .flags = 1}),
         ZipBuilder().add("a", "1").add("a", "2"),
         ZipBuilder().add("folder/", "content"),
-        ZipBuilder().add("a", std::string(2 << 20, '\0')), // inflates more than 1000 times when nobody holds back
         ZipBuilder().add("a", "1").setComment(std::string(65'500, 'c')),
     };
     for (const ZipBuilder& builder : archives) {

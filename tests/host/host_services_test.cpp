@@ -8,16 +8,22 @@
 #include "HostI18n.h"
 #include "HostMsgMgr.h"
 #include "HostPathUtils.h"
+#include "MessageLog.h"
 #include "TempDir.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
+#include <iostream>
 #include <regex>
 
+#include <grp.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using ::testing::ElementsAre;
@@ -236,6 +242,76 @@ TEST(Files, reading_is_bounded_and_writing_is_all_or_nothing) {
     EXPECT_THROW(HostFileUtils::writeFileAtomically(dir.path("none/x"), "x"), HostError);
     EXPECT_THROW(HostFileUtils::writeFileAtomically("", "x"), HostError);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 3);
+}
+
+TEST(Files, replaced_ones_stay_what_they_were) {
+    const TempDir dir;
+    const std::string file = dir.write("f", "old");
+    chmod(file.c_str(), 0640);
+    // One more user may read.
+    const std::string list("\2\0\0\0\1\0\6\0\377\377\377\377\2\0\4\0\341\20\0\0\4\0\4\0\377\377\377\377\20\0\4\0\377\377\377\377"
+                           "\40\0\0\0\377\377\377\377",
+                           44);
+    const std::pair<const char*, std::string> attributes[] = {{"user.note", "kept"}, {"system.posix_acl_access", list}};
+    for (const auto& [name, value] : attributes)
+        if (setxattr(file.c_str(), name, value.data(), value.size(), 0) != 0)
+            std::cout << "NOT TESTED: " << name << ": " << std::strerror(errno) << std::endl;
+    const auto describe = [&] {
+        struct stat info {};
+        stat(file.c_str(), &info);
+        std::string text = std::to_string(info.st_uid) + ":" + std::to_string(info.st_gid) + ":" + std::to_string(info.st_mode & 07777U);
+        for (const auto& [name, value] : attributes) {
+            char bytes[100];
+            text.append(bytes, static_cast<std::size_t>(std::max<ssize_t>(0, getxattr(file.c_str(), name, bytes, sizeof bytes))));
+        }
+        return text;
+    };
+    const auto writing = [&](const std::string& text) {
+        MessageLog log;
+        HostFileUtils::writeFileAtomically(file, text);
+        return log.lines;
+    };
+    const bool isRoot = geteuid() == 0 && chown(file.c_str(), 1234, 2345) == 0;
+    std::string before = describe();
+    EXPECT_THAT(writing("new"), ::testing::IsEmpty());
+    EXPECT_EQ(describe(), before);
+    std::filesystem::create_hard_link(file, dir.path("twin"));
+    EXPECT_THAT(writing("newer"), ElementsAre("warning|@76-1@%s%d|" + file + "|2"));
+    EXPECT_EQ(dir.read("twin"), "new");
+
+    if (!isRoot) {
+        std::cout << "NOT TESTED: files of other users, without being root" << std::endl;
+        return;
+    }
+    // Another user of the file's group may change the folder, but reads the file only; then writes it too, and owns it.
+    chmod(dir.path().c_str(), 0777);
+    const auto asOther = [&](const std::function<bool()>& work) {
+        const pid_t child = fork();
+        if (child == 0)
+            _exit(setgroups(0, nullptr) == 0 && setgid(2345) == 0 && setuid(3456) == 0 && work() ? 0 : 1);
+        int status = -1;
+        waitpid(child, &status, 0);
+        return status == 0;
+    };
+    EXPECT_TRUE(asOther([&] {
+        try {
+            HostFileUtils::writeFileAtomically(file, "theirs");
+        } catch (const HostError& error) {
+            return std::string(error.what()).ends_with("it may not be written: Permission denied") && error.getFault().file == file;
+        }
+        return false;
+    }));
+    EXPECT_EQ(dir.read("f"), "newer");
+    removexattr(file.c_str(), "system.posix_acl_access");
+    chmod(file.c_str(), 04660);
+    before = describe();
+    EXPECT_TRUE(asOther([&] { return writing("theirs") == std::vector<std::string>{"warning|@76-2@%s|" + file}; }));
+    EXPECT_EQ(dir.read("f"), "theirs");
+    struct stat info {};
+    stat(file.c_str(), &info);
+    EXPECT_EQ(info.st_uid, 3456U);
+    EXPECT_EQ(info.st_gid, 2345U);
+    EXPECT_EQ(info.st_mode & 07777U, 0660U);
 }
 
 TEST(Text, wide_and_utf8_keep_every_code_point_and_replace_the_rest) {

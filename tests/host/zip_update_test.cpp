@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "FaultSweep.h"
 #include "HostErrors.h"
+#include "HostFileUtils.h"
 #include "HostZip.h"
 #include "HostZipSession.h"
 #include "HostZipStreams.h"
@@ -16,6 +17,7 @@
 #include <functional>
 #include <random>
 #include <set>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -109,6 +111,13 @@ TEST_F(ZipUpdate, GathersChangesIntoOneArchive) {
         update.put("gone again", "x");
         EXPECT_TRUE(update.remove("gone again"));
         update.put("empty", "");
+        // What reads see under the lock is what is to come.
+        EXPECT_EQ(update.read("kar.json"), "{\"name\": \"x\"}");
+        EXPECT_EQ(update.read("bin/b.dcp"), HostZip::readMember(archive, "bin/b.dcp"));
+        EXPECT_THAT(errorOf([&] { update.read("bin/a.dcp"); }), HasSubstr("bin/a.dcp: no such member"));
+        EXPECT_THAT(errorOf([&] { update.read("bin/b.dcp", 69'999); }), HasSubstr("more than the limit of 69999"));
+        EXPECT_TRUE(update.contains("empty") && !update.contains("gone again"));
+        EXPECT_THAT(update.getEntryNames(), testing::ElementsAre("kar.json", "bin/", "bin/b.dcp", "bin/c.dcp", "stück.txt", "empty"));
         EXPECT_EQ(dir_.read("plat.kar"), before);
         update.commit();
         EXPECT_FALSE(HostZip::containsFile(archive, "bin/a.dcp"));
@@ -148,7 +157,6 @@ TEST_F(ZipUpdate, WritesWhatReadersTake) {
                         {"noise", noise(300'000, 4)},
                         {"just kept", std::string(64 << 10, 'k')},
                         {"one past", std::string((64 << 10) + 1, 'k')},
-                        // Inflates further than readers allow, unless the writer holds back.
                         {"zeros", std::string(20 << 20, '\0')}};
     {
         HostZipUpdate update(archive_);
@@ -310,11 +318,12 @@ TEST_F(ZipUpdate, RefusesArchivesThatLie) {
         {named("a/../../b"), "leads out"},
         {named("/etc/a"), "is absolute"},
         {named("a\\b"), "a back-slash"},
-        {named(std::string("a\0b", 3)), "a?b: its name holds a zero byte"},
+        {named(std::string("a\0b", 3)), "a\\x00b: its name holds a zero byte"},
         {named(""), "no name"},
         {ofMode(0120777), "a: it is a link"},
         {ofMode(0010644), "a: it is a special file"},
-        {"in front" + plain(), "not where it is announced"},
+        {plain().substr(0, 36) + plain(), "first member"},
+        {plain() + plain().substr(directory), "two directories"},
         {plain() + "behind", "not a zip archive"},
         {"", "not a zip archive"},
         {ZipBuilder().add("a", "1").setComment(ZipBuilder().bytes()).bytes(), "two directories"},
@@ -404,9 +413,15 @@ TEST_F(ZipUpdate, TakesAwayWhatTheKilledHaveLeftAndNothingElse) {
     std::filesystem::create_symlink(archive_, dir_.path("plat.kar.new-" + gone + "-5"));
     expected.insert("plat.kar.new-" + gone + "-5");
 
-    HostZipUpdate update(archive_);
-    update.put("b", "beta");
-    update.commit();
+    // When the folder can't be synced, the new archive is in place, and the error says so.
+    const auto outcome = FaultPlan::run(FaultPlan::Sync, 2, FaultPlan::Fail, [&] {
+        HostZipUpdate update(archive_);
+        update.put("b", "beta");
+        if (errorOf([&] { update.commit(); }).find("; the new content is in place, but may not survive a power cut") == std::string::npos)
+            throw std::runtime_error("not told");
+    });
+    EXPECT_TRUE(outcome.reached && outcome.succeeded);
+    EXPECT_EQ(readAll(archive_), (Members{{"a", "alpha"}, {"b", "beta"}}));
     std::set<std::string> found;
     for (const auto& file : std::filesystem::directory_iterator(dir_.path()))
         found.insert(file.path().filename());
@@ -435,13 +450,77 @@ TEST_F(ZipUpdate, RefusesChangesAndThenEverything) {
         EXPECT_THAT(errorOf([&] { update.put("fine", "x"); }), HasSubstr("an earlier change"));
         EXPECT_THAT(errorOf([&] { update.commit(); }), HasSubstr("an earlier change"));
     }
+    EXPECT_EQ(dir_.read("plat.kar"), before);
+}
+
+TEST_F(ZipUpdate, HoldsItsArchive) {
+    ZipBuilder(archive_).add("a", "alpha").write();
     HostZipUpdate mine(archive_);
     mine.put("mine", "x");
-    HostZipUpdate theirs(archive_);
-    theirs.put("theirs", "x");
-    theirs.commit();
+    EXPECT_THAT(errorOf([&] { HostZipUpdate second(archive_); }), HasSubstr("this thread is changing it already"));
+    HostFileUtils::setLockTimeLimit(std::chrono::milliseconds(20));
+    std::thread([&] {
+        EXPECT_THAT(errorOf([&] { HostFileUtils::writeFileAtomically(archive_, "x"); }), HasSubstr("has not ended that in 20 ms"));
+    }).join();
+    HostFileUtils::setLockTimeLimit(HostFileUtils::kLockTimeLimit);
+    // Who knows of no lock.
+    ZipBuilder(dir_.path("theirs")).add("theirs", "x").write();
+    std::filesystem::rename(dir_.path("theirs"), archive_);
     EXPECT_THAT(errorOf([&] { mine.commit(); }), HasSubstr("changed by somebody else"));
-    EXPECT_EQ(readAll(archive_), (Members{{"a", "alpha"}, {"theirs", "x"}}));
+    EXPECT_EQ(readAll(archive_), (Members{{"theirs", "x"}}));
+    EXPECT_EQ(countFiles(dir_.path()), 1u);
+}
+
+TEST_F(ZipUpdate, WritersAtOnceLoseNothingAndReadersSeeWholeArchives) {
+    constexpr int writers = 4, rounds = 10;
+    ZipBuilder(archive_).write();
+    HostZip::attachDigestEn(archive_);
+    std::vector<pid_t> children;
+    for (int writer = 0; writer < writers; ++writer) {
+        children.push_back(fork());
+        for (int round = 0; children.back() == 0; ++round) {
+            const std::string error = errorOf([&] {
+                HostZipUpdate update(archive_);
+                update.put(std::to_string(writer) + "/" + std::to_string(round), "x");
+                update.attachDigest();
+                update.commit();
+            });
+            if (round + 1 == rounds || !error.empty())
+                _exit(error.empty() ? 0 : 1);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        while (waitpid(child, &status, WNOHANG) == 0)
+            EXPECT_TRUE(HostZip::verifyDigest(archive_));
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(HostZip::getEntries(archive_).size(), static_cast<std::size_t>(writers * rounds));
+    EXPECT_EQ(countFiles(dir_.path()), 1u);
+}
+
+TEST_F(ZipUpdate, WhatStandsInFrontStays) {
+    const std::string stub = "#!/bin/sh\nexec something\n";
+    const auto readNumber = [](const std::string& bytes, std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
+    for (const std::size_t counted : {std::size_t{0}, stub.size()}) {
+        std::string bytes = stub + ZipBuilder().addStored("a", "alpha").addStored("b", "beta").bytes();
+        const std::size_t directory = stub.size() + 71, end = directory + 94;
+        for (const auto& [at, offset] : {std::pair<std::size_t, std::size_t>{directory + 42, 0}, {directory + 89, 36}, {end + 16, 71}})
+            putNumber(bytes, at, offset + counted, 4);
+        dir_.write("plat.kar", bytes);
+        EXPECT_EQ(readAll(archive_), (Members{{"a", "alpha"}, {"b", "beta"}}));
+        HostZipUpdate update(archive_);
+        update.remove("a");
+        update.put("c", "gamma");
+        update.attachDigest();
+        update.commit();
+        EXPECT_EQ(readAll(archive_), (Members{{"b", "beta"}, {"c", "gamma"}}));
+        EXPECT_TRUE(HostZip::verifyDigest(archive_));
+        const std::string now = dir_.read("plat.kar");
+        EXPECT_TRUE(now.starts_with(stub));
+        // Offsets count what they counted before; the new member's content comes first.
+        EXPECT_EQ(readNumber(now, now.find("PK\x01\x02") + 42), 36 + counted);
+    }
 }
 
 TEST_F(ZipUpdate, StreamReplacesItsMemberOnClosing) {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Documents.h"
 #include "HZEPJSONText.h"
 #include "HZEPSemanticLabelReader.h"
 #include "HostErrors.h"
-#include "JSONObjectWriter.h"
 #include "MessageLog.h"
 #include "TempDir.h"
 
@@ -18,14 +18,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
-
-std::string textOf(const zep_platform::JSONSerializable& object) {
-    zep_platform::JSONObjectWriter writer;
-    object.toJSON(writer);
-    std::ostringstream text;
-    writer.write(text);
-    return text.str();
-}
 
 std::string partitionOf(const HZEPSemanticLabelReader& reader) {
     std::ostringstream text;
@@ -82,237 +74,47 @@ TEST_F(Labels, BecomeTheThreeDocuments) {
     EXPECT_FALSE(reader_.getPcieEndpoints()[1].interruptValid());
 
     // Not what was read: types of bars, addresses of endpoints and all numbers take another form.
-    EXPECT_EQ(textOf(reader_), R"({
-    "uuid": {
-        "uuid_type": "logic",
-        "uuid_design_component": "shell",
-        "uuid": "first"
-    },
-    "uuid": {
-        "uuid_type": "interface",
-        "uuid_design_component": "pr0",
-        "uuid": "i0"
-    },
-    "uuid": {
-        "uuid_type": "logic",
-        "uuid": "last"
-    },
-    "pcie_bar": {
-        "bar_type": "false",
-        "physical_function": "10",
-        "bar": "4",
-        "offset": "65536",
-        "range": "65536"
-    },
-    "pcie_bar": {
-        "bar_type": "true",
-        "physical_function": "0",
-        "bar": "0",
-        "dma_type": "qdma"
-    },
-    "pcie_bar": {
-        "bar_type": "true",
-        "physical_function": "0",
-        "bar": "1"
-    },
-    "pcie_endpoint": {
-        "physical_function": "1",
-        "bar": "2",
-        "endpoint_name": "ep_a",
-        "cell_vlnv": "v",
-        "cell": "c",
-        "interface": "i",
-        "addr_seg": "s",
-        "reg_abs": "r",
-        "partition": "p",
-        "partition_path": "\/",
-        "addr_offset": "65536",
-        "addr_range": "4096",
-        "has_firmware": "true",
-        "firmware_product": "fw",
-        "firmware_branch": "main",
-        "firmware_has_version": "true",
-        "firmware_version": "1..2.3.4",
-        "has_interrupt": "true",
-        "interrupt_source": "irq",
-        "interrupt_sink": "in",
-        "interrupt_sink_cell": "msix",
-        "interrupt_sink_cell_vlnv": "m",
-        "interrupt_sink_start": "5",
-        "interrupt_sink_end": "300"
-    },
-    "pcie_endpoint": {
-        "physical_function": "0",
-        "bar": "0",
-        "endpoint_name": "ep_b",
-        "cell_vlnv": "v",
-        "cell": "c",
-        "interface": "i",
-        "addr_seg": "s",
-        "reg_abs": "r",
-        "partition": "p",
-        "partition_path": "\/pr0",
-        "addr_offset": "65536",
-        "addr_range": "4096",
-        "has_firmware": "true",
-        "firmware_product": "fw",
-        "firmware_has_version": "false",
-        "has_interrupt": "false"
-    },
-    "cpu_endpoint": {
-        "cpu_type": "nano",
-        "endpoint_name": "ep_c",
-        "cell_vlnv": "v",
-        "cell": "c",
-        "interface": "i",
-        "addr_seg": "s",
-        "reg_abs": "r",
-        "partition": "p",
-        "partition_path": "\/",
-        "addr_offset": "65536",
-        "addr_range": "4096",
-        "has_firmware": "false",
-        "has_interrupt": "false"
-    },
-    "debug_network": {
-        "physical_function": "10",
-        "bar": "3",
-        "bar_addr": "16",
-        "system_addr": "12379813738877118345",
-        "partition": "p",
-        "partition_path": "\/",
-        "supports_nanocore_debug": "true",
-        "supports_jtag_fallback": "false"
-    },
-    "debug_network": {
-        "physical_function": "0",
-        "bar": "0",
-        "bar_addr": "0",
-        "system_addr": "0",
-        "partition": "p",
-        "partition_path": "\/",
-        "supports_nanocore_debug": "false",
-        "supports_jtag_fallback": "true"
-    }
-}
-)");
+    EXPECT_EQ(documentOf(reader_), laidOut(R"({"uuid": {"uuid_type": "logic", "uuid_design_component": "shell", "uuid": "first"},
+        "uuid": {"uuid_type": "interface", "uuid_design_component": "pr0", "uuid": "i0"}, "uuid": {"uuid_type": "logic", "uuid": "last"},
+        "pcie_bar": {"bar_type": "false", "physical_function": "10", "bar": "4", "offset": "65536", "range": "65536"},
+        "pcie_bar": {"bar_type": "true", "physical_function": "0", "bar": "0", "dma_type": "qdma"}, "pcie_bar": {"bar_type": "true",
+        "physical_function": "0", "bar": "1"}, "pcie_endpoint": {"physical_function": "1", "bar": "2", "endpoint_name": "ep_a",
+        "cell_vlnv": "v", "cell": "c", "interface": "i", "addr_seg": "s", "reg_abs": "r", "partition": "p", "partition_path": "\/",
+        "addr_offset": "65536", "addr_range": "4096", "has_firmware": "true", "firmware_product": "fw", "firmware_branch": "main",
+        "firmware_has_version": "true", "firmware_version": "1..2.3.4", "has_interrupt": "true", "interrupt_source": "irq",
+        "interrupt_sink": "in", "interrupt_sink_cell": "msix", "interrupt_sink_cell_vlnv": "m", "interrupt_sink_start": "5",
+        "interrupt_sink_end": "300"}, "pcie_endpoint": {"physical_function": "0", "bar": "0", "endpoint_name": "ep_b", "cell_vlnv": "v",
+        "cell": "c", "interface": "i", "addr_seg": "s", "reg_abs": "r", "partition": "p", "partition_path": "\/pr0", "addr_offset": "65536",
+        "addr_range": "4096", "has_firmware": "true", "firmware_product": "fw", "firmware_has_version": "false", "has_interrupt": "false"},
+        "cpu_endpoint": {"cpu_type": "nano", "endpoint_name": "ep_c", "cell_vlnv": "v", "cell": "c", "interface": "i", "addr_seg": "s",
+        "reg_abs": "r", "partition": "p", "partition_path": "\/", "addr_offset": "65536", "addr_range": "4096", "has_firmware": "false",
+        "has_interrupt": "false"}, "debug_network": {"physical_function": "10", "bar": "3", "bar_addr": "16",
+        "system_addr": "12379813738877118345", "partition": "p", "partition_path": "\/", "supports_nanocore_debug": "true",
+        "supports_jtag_fallback": "false"}, "debug_network": {"physical_function": "0", "bar": "0", "bar_addr": "0", "system_addr": "0",
+        "partition": "p", "partition_path": "\/", "supports_nanocore_debug": "false", "supports_jtag_fallback": "true"}})"));
 
-    EXPECT_EQ(partitionOf(reader_), R"({
-    "partition_metadata": {
-        "interfaces": [
-            {
-                "interface_uuid": "i0"
-            }
-        ],
-        "pcie": {
-            "bars": [
-                {
-                    "pcie_physical_function": "0xA",
-                    "pcie_base_address_register": "0x4",
-                    "offset": "0x0000000000010000",
-                    "range": "0x0000000000010000"
-                },
-                {
-                    "pcie_physical_function": "0x0",
-                    "pcie_base_address_register": "0x0",
-                    "offset": "0x0000000000000000",
-                    "range": "0x0000000000000020"
-                },
-                {
-                    "pcie_physical_function": "0x0",
-                    "pcie_base_address_register": "0x1",
-                    "offset": "0x0000000000000000",
-                    "range": "0x0000000000010000"
-                }
-            ]
-        },
-        "addressable_endpoints": {
-            "ep_qdma_00": {
-                "pcie_physical_function": "0x0",
-                "pcie_base_address_register": "0x0",
-                "offset": "0x0000000000000000",
-                "range": "0x0000000000000020",
-                "register_abstraction_type": "tolvan:reg_abs:qdma:1.0"
-            },
-            "ep_a": {
-                "pcie_physical_function": "0x1",
-                "pcie_base_address_register": "0x2",
-                "offset": "0x0000000000010000",
-                "range": "0x0000000000001000",
-                "register_abstraction_type": "r",
-                "msix_interrupt_start_index": "0x05",
-                "msix_interrupt_end_index": "0x12C",
-                "firmware": {
-                    "firmware_product_name": "fw",
-                    "firmware_branch_name": "main",
-                    "firmware_version_major": "1",
-                    "firmware_version_minor": "2",
-                    "firmware_version_revision": "3"
-                }
-            }
-        },
-        "schema_version": {
-            "minor": "0x0",
-            "major": "0x1"
-        },
-        "logic_uuid": "last"
-    }
-}
-)");
+    EXPECT_EQ(partitionOf(reader_), laidOut(R"({"partition_metadata": {"interfaces": [{"interface_uuid": "i0"}],
+        "pcie": {"bars": [{"pcie_physical_function": "0xA", "pcie_base_address_register": "0x4", "offset": "0x0000000000010000",
+        "range": "0x0000000000010000"}, {"pcie_physical_function": "0x0", "pcie_base_address_register": "0x0",
+        "offset": "0x0000000000000000", "range": "0x0000000000000020"}, {"pcie_physical_function": "0x0",
+        "pcie_base_address_register": "0x1", "offset": "0x0000000000000000", "range": "0x0000000000010000"}]},
+        "addressable_endpoints": {"ep_qdma_00": {"pcie_physical_function": "0x0", "pcie_base_address_register": "0x0",
+        "offset": "0x0000000000000000", "range": "0x0000000000000020", "register_abstraction_type": "tolvan:reg_abs:qdma:1.0"},
+        "ep_a": {"pcie_physical_function": "0x1", "pcie_base_address_register": "0x2", "offset": "0x0000000000010000",
+        "range": "0x0000000000001000", "register_abstraction_type": "r", "msix_interrupt_start_index": "0x05",
+        "msix_interrupt_end_index": "0x12C", "firmware": {"firmware_product_name": "fw", "firmware_branch_name": "main",
+        "firmware_version_major": "1", "firmware_version_minor": "2", "firmware_version_revision": "3"}}},
+        "schema_version": {"minor": "0x0", "major": "0x1"}, "logic_uuid": "last"}})"));
 
-    EXPECT_EQ(extensionOf(reader_, "/top/pr0"), R"({
-    "acclib": {
-        "append_sections": {
-            "partition_metadata": {
-                "interfaces": [
-                    {
-                        "interface_uuid": "i0"
-                    }
-                ],
-                "addressable_endpoints": {
-                    "ep_b": {
-                        "pcie_physical_function": "0x0",
-                        "pcie_base_address_register": "0x0",
-                        "offset": "0x0000000000010000",
-                        "range": "0x0000000000001000",
-                        "register_abstraction_type": "r",
-                        "firmware": {
-                            "firmware_product_name": "fw",
-                            "firmware_branch_name": ""
-                        }
-                    }
-                },
-                "schema_version": {
-                    "minor": "0x0",
-                    "major": "0x1"
-                }
-            }
-        }
-    },
-    "tracelens_debug": {
-        "debug_networks": {
-            "pf10": {
-                "is_user_visible": "true",
-                "name": "Debug network for physical function 10",
-                "pcie_pf": "10",
-                "bar_number": "3",
-                "axi_baseaddr": "0xABCDEF0123456789",
-                "supports_nanocore_debug": "true",
-                "supports_jtag_fallback": "false"
-            },
-            "mgmt": {
-                "is_user_visible": "false",
-                "name": "Management Debug Network",
-                "pcie_pf": "0",
-                "bar_number": "0",
-                "axi_baseaddr": "0x0000000000000000",
-                "supports_nanocore_debug": "false",
-                "supports_jtag_fallback": "true"
-            }
-        }
-    }
-}
-)");
+    EXPECT_EQ(extensionOf(reader_, "/top/pr0"), laidOut(R"(
+        {"acclib": {"append_sections": {"partition_metadata": {"interfaces": [{"interface_uuid": "i0"}],
+        "addressable_endpoints": {"ep_b": {"pcie_physical_function": "0x0", "pcie_base_address_register": "0x0",
+        "offset": "0x0000000000010000", "range": "0x0000000000001000", "register_abstraction_type": "r",
+        "firmware": {"firmware_product_name": "fw", "firmware_branch_name": ""}}}, "schema_version": {"minor": "0x0", "major": "0x1"}}}},
+        "tracelens_debug": {"debug_networks": {"pf10": {"is_user_visible": "true", "name": "Debug network for physical function 10",
+        "pcie_pf": "10", "bar_number": "3", "axi_baseaddr": "0xABCDEF0123456789", "supports_nanocore_debug": "true",
+        "supports_jtag_fallback": "false"}, "mgmt": {"is_user_visible": "false", "name": "Management Debug Network", "pcie_pf": "0",
+        "bar_number": "0", "axi_baseaddr": "0x0000000000000000", "supports_nanocore_debug": "false", "supports_jtag_fallback": "true"}}}})"));
     EXPECT_THAT(extensionOf(reader_, "/top/"), testing::AllOf(HasSubstr("ep_a"), Not(HasSubstr("ep_b"))));
     reader_.generateExtMetadata("/top/pr0", dir_.path("ext.json"));
     EXPECT_EQ(dir_.read("ext.json"), extensionOf(reader_, "/top/pr0"));
@@ -320,30 +122,11 @@ TEST_F(Labels, BecomeTheThreeDocuments) {
 }
 
 TEST_F(Labels, OfNoneGiveTheLeastDocuments) {
-    EXPECT_EQ(textOf(reader_), "{\n}\n");
-    EXPECT_EQ(partitionOf(reader_), R"({
-    "partition_metadata": {
-        "schema_version": {
-            "minor": "0x0",
-            "major": "0x1"
-        },
-        "logic_uuid": "UNDEFINED"
-    }
-}
-)");
-    EXPECT_EQ(extensionOf(reader_, "/"), R"({
-    "acclib": {
-        "append_sections": {
-            "partition_metadata": {
-                "schema_version": {
-                    "minor": "0x0",
-                    "major": "0x1"
-                }
-            }
-        }
-    }
-}
-)");
+    EXPECT_EQ(documentOf(reader_), "{\n}\n");
+    EXPECT_EQ(partitionOf(reader_), laidOut(R"({"partition_metadata": {"schema_version": {"minor": "0x0", "major": "0x1"},
+        "logic_uuid": "UNDEFINED"}})"));
+    EXPECT_EQ(extensionOf(reader_, "/"), laidOut(R"(
+        {"acclib": {"append_sections": {"partition_metadata": {"schema_version": {"minor": "0x0", "major": "0x1"}}}}})"));
 }
 
 TEST_F(Labels, AreKeptAsFarAsTheyCanBeRead) {
@@ -377,7 +160,7 @@ TEST_F(Labels, AreKeptAsFarAsTheyCanBeRead) {
         for (const std::string& key : test.keys)
             expected.push_back((key.find('|') == key.npos ? "error|" : "critical warning|") + key);
         EXPECT_EQ(log_.lines, expected);
-        EXPECT_THAT(textOf(reader_), HasSubstr(test.read));
+        EXPECT_THAT(documentOf(reader_), HasSubstr(test.read));
     }
 }
 

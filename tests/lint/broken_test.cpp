@@ -4,11 +4,13 @@
 // broken.txt holds documents of one defect each with every finding in them; the rules' own examples are edits of examples/.
 
 #include "../formats/HpfmDocument.h"
+#include "AllocationFault.h"
 #include "HostText.h"
 #include "Rendered.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
 
+#include "HZEPJSONText.h"
 #include "HostErrors.h"
 #include "HostZip.h"
 
@@ -233,10 +235,10 @@ TEST_F(ArchiveLint, TellsWhatIsWrongWithTheArchive) {
 }
 
 TEST_F(ArchiveLint, KeepsItsLimits) {
-    // The document and the list are values too.
-    EXPECT_THAT(lintMetadata(listOf(HZEPMetadataLint::kMaxValues - 2)), IsEmpty());
-    EXPECT_THAT(lintMetadata(listOf(HZEPMetadataLint::kMaxValues - 1)),
-                ElementsAre("(kar.json):1: warning: more than 1000000 values; not checked [too-large]"));
+    // Two bytes an item leave room for a tenth more than are free; the document and the list are values too.
+    EXPECT_THAT(lintMetadata(listOf(HostJson::kFreeValues / 9 * 10)), IsEmpty());
+    EXPECT_THAT(lintMetadata(listOf(HostJson::kFreeValues / 9 * 10 + 2)),
+                ElementsAre("(kar.json):1: warning: more than 222223 values in 444469 bytes; not checked [too-large]"));
     EXPECT_EQ(lintMetadata(unknownKeys(HZEPMetadataLint::kMaxPerRule)).size(), HZEPMetadataLint::kMaxPerRule);
     const Lines lines = lintMetadata(unknownKeys(HZEPMetadataLint::kMaxPerRule + 1));
     ASSERT_EQ(lines.size(), HZEPMetadataLint::kMaxPerRule + 1);
@@ -260,6 +262,25 @@ TEST_F(ArchiveLint, KeepsItsLimits) {
     };
     EXPECT_THAT(lintMetadata(nest(1000)), IsEmpty());
     EXPECT_THAT(lintMetadata(nest(1001)), ElementsAre("(kar.json):1: error: nested deeper than 1000 levels [parse]"));
+}
+
+TEST_F(ArchiveLint, JudgesJsonAsTheReadersDo) {
+    EXPECT_THAT(lintMetadata("{\"a\": 1e9999, \"b\": -1E400}"), testing::Each(testing::HasSubstr("is not known here")));
+    EXPECT_THAT(lintMetadata("{\n\"name\": \"\\uDC00\"}"),
+                ElementsAre("(kar.json):2: error: invalid codepoint, stray low surrogate [parse]"));
+}
+
+TEST_F(ArchiveLint, AndTheReaderLastWithoutMemory) {
+    const std::string text = unknownKeys(3);
+    const std::string json = dir_.write("kar.json", text);
+    const std::string xml = dir_.write("a.zpfm", "<q:platform xmlns:q='urn:tolvan:zep' q:name='n'><x a='1'>t</x></q:platform>");
+    const auto read = [&] {
+        boost::property_tree::ptree tree;
+        HZEPJSONText::read(text, tree);
+    };
+    EXPECT_GT(failEachAllocation(read), 10u);
+    for (const std::string& file : {json, xml})
+        EXPECT_GT(failEachAllocation([&] { HZEPMetadataLint::check(file); }), 50u);
 }
 
 TEST_F(ArchiveLint, CantReadEverything) {

@@ -3,11 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Outcome.h"
-#include "TempDir.h"
 #include "ZEPPlatformLMX.h"
-#include "ZEPSoftwarePlatformLMX.h"
-
-#include <cstdlib>
 
 namespace {
 
@@ -45,48 +41,12 @@ const std::string emptyPartition = platform("  <zep:hardwarePlatforms>\n"
                                             "    <zep:reconfigurablePartition zep:id=\"1\"/>\n"
                                             "  </zep:hardwarePlatforms>\n");
 
-const std::string software = R"(<?xml version="1.0" encoding="UTF-8"?>
-<zep:platform xmlns:zep="urn:tolvan:zep" zep:vendor="v" zep:library="l" zep:name="n" zep:version="1.0">
-  <zep:description/>
-  <zep:systemConfigurations zep:defaultConfiguration="c">
-    <zep:configuration zep:name="c" zep:displayName="C" zep:defaultProcessorGroup="p" zep:runtimes="ocl,cpp">
-      <zep:description>text</zep:description>
-      <zep:prebuilt zep:data="d"/>
-      <zep:bootImages zep:default="i">
-        <zep:image zep:name="i" zep:bif="b" zep:readme="r" zep:qemuBoot="q"/>
-      </zep:bootImages>
-      <zep:processorGroup zep:name="p" zep:displayName="P" zep:cpuType="t" zep:architecture="a">
-        <zep:os zep:name="o" zep:displayName="O" zep:hypervisorGuest="yes" zep:libraryNames="x" zep:toolConfig="y"/>
-      </zep:processorGroup>
-    </zep:configuration>
-    <zep:configuration zep:name="e" zep:displayName="E">
-      <zep:description/>
-    </zep:configuration>
-  </zep:systemConfigurations>
-</zep:platform>
-)";
-
-template <class Root>
-void expectRoundTrip(const std::string& text) {
-    SCOPED_TRACE(text);
-    Root root;
-    ASSERT_EQ(readInto(root, text).code, 0);
-    EXPECT_EQ(written(root), text);
-    Root again;
-    ASSERT_EQ(readInto(again, written(root)).code, 0);
-    EXPECT_EQ(again, root);
-}
-
-TEST(Families, FilesRoundTripToTheByte) {
-    for (const std::string& text : {group, emulation, partitions}) {
-        expectRoundTrip<ZEPPlatform::Platform>(text);
-        expectRoundTrip<ZEPPlatform::Zep>(text);
-    }
-    expectRoundTrip<ZEPSoftwarePlatform::Platform>(software);
-    ZEPPlatform::Platform platform;
-    ASSERT_EQ(readInto(platform, group).code, 0);
-    EXPECT_EQ(platform.GetVendor(), L"v\n\t");
-    EXPECT_EQ(platform.GetVersion().get_as_string(), "1.10");
+TEST(Families, ValuesKeepTheirText) {
+    ZEPPlatform::Zep zep;
+    ASSERT_EQ(readInto(zep, group).code, 0);
+    EXPECT_EQ(written(zep), group);
+    EXPECT_EQ(zep.GetPlatform().GetVendor(), L"v\n\t");
+    EXPECT_EQ(zep.GetPlatform().GetVersion().get_as_string(), "1.10");
 }
 
 TEST(Families, TheContentOfHardwarePlatformsIsAChoice) {
@@ -142,15 +102,7 @@ TEST(Families, FaultsOfPlatformFiles) {
         int line;
     } rows[] = {
         {replaced(group, "\"1.10\"", "\"abc\""), 35, "version", 2},
-        {replaced(group, "zep:vendor=\"v&#10;&#9;\"", ""), 25, "platform", 2},
-        {replaced(group, " zep:path=\"hw\"", ""), 25, "hardwarePlatform", 5},
-        {replaced(group, " zep:path=\"emu\"", ""), 25, "hwEmuPlatform", 6},
-        {replaced(group, " zep:path=\"sw\"", ""), 25, "softwarePlatform", 9},
-        {replaced(partitions, " zep:id=\"0\"", ""), 25, "reconfigurablePartition", 5},
         {replaced(partitions, "zep:defaultRP=\"1\"", "zep:defaultRP=\"one\""), 35, "defaultRP", 4},
-        {replaced(group, "  <zep:description> d </zep:description>\n", ""), 21, "description", 3},
-        {replaced(group, "<zep:softwarePlatform zep:path=\"sw\" zep:name=\"a.spfm\"/>", ""), 21, "softwarePlatform", 10},
-        {replaced(group, "\"a.spfm\"/>", "\"a\"/><zep:softwarePlatform zep:path=\"\" zep:name=\"b\"/>"), 106, "softwarePlatform", 9},
         {replaced(group, "urn:tolvan:zep", "urn:other"), 16, "platform", 2},
         {"<zep:hwEmuPlatform xmlns:zep='urn:tolvan:zep' zep:path='' zep:name=''/>", 16, "hwEmuPlatform", 1},
     };
@@ -162,24 +114,9 @@ TEST(Families, FaultsOfPlatformFiles) {
         EXPECT_EQ(outcome.line, row.line) << outcome << "\n" << row.text;
     }
     ZEPPlatform::Zep zep;
-    EXPECT_EQ(readInto(zep, rows[11].text).code, 0);
+    EXPECT_EQ(readInto(zep, rows[3].text).code, 0);
     EXPECT_EQ(zep.GetChoice(), ZEPPlatform::Zep::Choice_HwEmuPlatform);
     EXPECT_EQ(readInto(zep, "<zep:description xmlns:zep='urn:tolvan:zep'/>").code, 16);
-}
-
-TEST(Families, TheSchemasAcceptTheFiles) {
-    TempDir dir;
-    const auto validates = [&](const char* schema, const std::string& text) {
-        const std::string file = dir.write("file.xml", text);
-        const std::string command =
-            std::string("xmllint --noout --nonet --schema " PLATFORM_SCHEMA_DIR "/") + schema + " '" + file + "' 2>/dev/null";
-        return std::system(command.c_str()) == 0;
-    };
-    for (const std::string& text : {group, emulation, partitions, none, emptyPartition}) {
-        EXPECT_TRUE(validates("ZEPPlatform.xsd", text)) << text;
-    }
-    EXPECT_TRUE(validates("ZEPSoftwarePlatform.xsd", software));
-    EXPECT_FALSE(validates("ZEPPlatform.xsd", software));
 }
 
 } // namespace

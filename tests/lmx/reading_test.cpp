@@ -11,6 +11,8 @@
 #include <filesystem>
 #include <map>
 
+#include <sys/stat.h>
+
 namespace {
 
 using namespace lmx60;
@@ -114,11 +116,14 @@ TEST(Reading, FilesStringsAndConstructors) {
     EXPECT_EQ(Probe::Tree(reader), fromFile);
 
     s_debug_error debug;
-    for (const std::string& bad : {dir.path("none.xml"), dir.path()}) {
+    ASSERT_EQ(mkfifo(dir.path("pipe.xml").c_str(), 0600), 0);
+    for (const auto& [bad, cause] : {std::pair(dir.path("none.xml"), "No such file or directory"), std::pair(dir.path(), "Is a directory"),
+                                     std::pair(dir.path("pipe.xml"), "not a regular file")}) {
         Probe::Tree tree = fromFile;
         EXPECT_EQ(tree.Unmarshal(bad.c_str(), &debug), error_no_file);
         EXPECT_EQ(debug.error, error_no_file);
         EXPECT_EQ(debug.source_file, bad);
+        EXPECT_EQ(debug.text, cause);
         EXPECT_EQ(tree, fromFile);
         Probe::Tree made(bad.c_str(), &error);
         EXPECT_EQ(error, error_no_file);
@@ -145,6 +150,20 @@ TEST(Reading, OtherEncodingsAndLineEndings) {
         wide.append(1, c).append(1, '\0');
     }
     EXPECT_EQ(readInto(values, wide).line, 3);
+    wide.assign("\xff\xfe", 2);
+    for (const char c : std::string("<values xmlns='urn:probe'/>\n")) {
+        wide.append(1, c).append(1, '\0');
+    }
+    EXPECT_EQ(readInto(values, wide).code, 0);
+    for (const std::string& half : {std::string("\n"), std::string("\0\xd8", 2)}) {
+        EXPECT_NE(readInto(values, wide + half).text.find("the last character is cut off"), std::string::npos);
+    }
+    testing::internal::CaptureStderr();
+    const Outcome latin =
+        readInto(values, "<?xml version='1.0' encoding='WINDOWS-1252'?>\n<p:values xmlns:p='urn:probe' p:text='\x81\x8d'/>");
+    EXPECT_EQ(latin.code, error_not_well_formed) << latin;
+    EXPECT_NE(latin.text.find("input conversion failed"), std::string::npos) << latin;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(readInto(values, "\xef\xbb\xbf<values xmlns='urn:probe'/>").code, 0);
 }
 
@@ -310,6 +329,23 @@ TEST(Hostile, AttributesAndNamespacesAreBounded) {
     }
     EXPECT_EQ(code(wide), error_too_large);
     EXPECT_EQ(code("<?xml version='1.0' encoding='UTF-7'?><values xmlns='urn:probe'/>"), error_not_well_formed);
+}
+
+TEST(Hostile, DifferentNamesAreBounded) {
+    const auto read = [](std::size_t count, const std::string& before, const std::string& behind) {
+        std::string text = "<values xmlns='urn:probe'>";
+        for (std::size_t i = 0; i < count; ++i) {
+            text += before + std::to_string(i) + behind;
+        }
+        Probe::Values values;
+        return readInto(values, text + "</values>");
+    };
+    const std::pair<const char*, const char*> kinds[] = {{"<n", "/>"}, {"<?n", "?>"}, {"<a n", "=''/>"}, {"<a xmlns='n", "'/>"}};
+    for (const auto& [before, behind] : kinds) {
+        EXPECT_EQ(read(c_xml::max_names - 100, before, behind).code, 0) << before;
+        EXPECT_EQ(read(c_xml::max_names, before, behind).code, error_too_large) << before;
+        EXPECT_NE(read(300'000, before, behind).text.find("more than 10000 different names"), std::string::npos) << before;
+    }
 }
 
 TEST(Hostile, SizeIsBounded) {

@@ -2,21 +2,15 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
-#include "JSONObjectWriter.h"
-#include "JSONSerializable.h"
+#include "Documents.h"
 #include "MessageLog.h"
 #include "TempDir.h"
 #include "ZipBuilder.h"
 
-#include <sstream>
 #include <string>
 
 inline std::string renderJson(const zep_platform::JSONSerializable& object) {
-    zep_platform::JSONObjectWriter writer;
-    writer.writeObject(object);
-    std::ostringstream out;
-    writer.write(out);
-    return out.str();
+    return documentOf(object);
 }
 
 /// A platform file with the content of "zep:hardwarePlatforms" and its attributes; the software file is sw/p.spfm.

@@ -7,6 +7,7 @@
 #include "HPLPlatform.h"
 #include "HZEPPlatform.h"
 #include "HZEPReconfigurablePartition.h"
+#include "HZEPSoftwarePlatform.h"
 
 #include <gmock/gmock.h>
 
@@ -28,28 +29,8 @@ HZEPReconfigurablePartition* addPartition(HZEPPlatform& platform, std::uint32_t 
 
 TEST(Platform, WithoutHardwareAnswersNothing) {
     HZEPPlatform platform;
-    EXPECT_EQ(renderJson(platform), R"({
-    "type": "Undefined",
-    "unified": "false",
-    "zpfm": "false",
-    "hardware": "false",
-    "softwareEmulation": "false",
-    "hardwareEmulation": "false",
-    "hardwareEmuPlatform": "false",
-    "hidden": "false"
-}
-)");
-    EXPECT_TRUE(platform.isFixed());
-    EXPECT_TRUE(platform.isComplete());
-    EXPECT_EQ(platform.getTypeString(), "");
-    EXPECT_EQ(platform.getPlatformDir(), "");
-    EXPECT_EQ(platform.getPlatformBaseName(), "");
-    EXPECT_EQ(platform.getHardwarePlatform(), nullptr);
-    EXPECT_EQ(platform.getSoftwarePlatform(), nullptr);
-    EXPECT_EQ(platform.getDefaultRPHardwarePlatform(), nullptr);
-    EXPECT_FALSE(platform.hasSimContent() || platform.hasDimmConnectors() || platform.supportsTwoHwEmuBd() ||
-                 platform.getDesignIntentEmbedded());
-
+    EXPECT_EQ(renderJson(platform), laidOut(R"({"type": "Undefined", "unified": "false", "zpfm": "false", "hardware": "false",
+        "softwareEmulation": "false", "hardwareEmulation": "false", "hardwareEmuPlatform": "false", "hidden": "false"})"));
     platform.setPlatformFile("/plat/heron/heron.v2.zpfm");
     platform.setPartial(true);
     EXPECT_EQ(platform.getPlatformDir(), "/plat/heron");
@@ -143,33 +124,38 @@ TEST(Platform, LastPartitionOfAnIdIsFound) {
     EXPECT_THAT(list, ElementsAre(first, second));
 }
 
-/// Hardware that counts its ends.
-class CountedHardware : public HPLPlatform {
+/// An object that tells of its end.
+template <class Base>
+class Told : public Base {
 public:
-    explicit CountedHardware(int& ends) : ends_(ends) {}
-    ~CountedHardware() override { ++ends_; }
+    Told(std::string name, std::vector<std::string>& ends) : name_(std::move(name)), ends_(ends) {}
+    ~Told() override { ends_.push_back(name_); }
 
 private:
-    int& ends_;
+    const std::string name_;
+    std::vector<std::string>& ends_;
 };
 
 TEST(Platform, FreesWhatItOwnsOnceAndNothingElse) {
-    int ends = 0;
-    int callersEnds = 0;
-    CountedHardware callers(callersEnds);
-    {
+    std::vector<std::string> ends;
+    Told<HPLPlatform> callers("caller's", ends);
+    for (const bool isSetTwice : {false, true}) {
         HZEPPlatform platform;
-        HZEPReconfigurablePartition* partition = addPartition(platform, 0);
-        auto* kept = platform.keepPartitionHardware(std::make_unique<CountedHardware>(ends));
+        platform.addSoftwarePlatform(new Told<HZEPSoftwarePlatform>("software 1", ends));
+        platform.addSoftwarePlatform(new Told<HZEPSoftwarePlatform>("software 2", ends));
+        auto* partition = new Told<HZEPReconfigurablePartition>("partition 1", ends);
+        platform.addReconfigurablePartition(partition);
+        platform.addReconfigurablePartition(new Told<HZEPReconfigurablePartition>("partition 2", ends));
+        auto* kept = platform.keepPartitionHardware(std::make_unique<Told<HPLPlatform>>("kept", ends));
         partition->setHardwarePlatform(kept);
         partition->setHardwareEmulationPlatform(&callers);
         platform.setDefaultRPHardwarePlatform(kept);
         platform.setDefaultRPHardwareEmulationPlatform(&callers);
-        platform.setHardwarePlatform(kept);
-        platform.setHardwareEmulationPlatform(new CountedHardware(ends));
+        platform.setHardwareEmulationPlatform(new Told<HPLPlatform>("emulation", ends));
+        platform.setHardwarePlatform(isSetTwice ? kept : new Told<HPLPlatform>("hardware", ends));
     }
-    EXPECT_EQ(ends, 2);
-    EXPECT_EQ(callersEnds, 0);
+    EXPECT_THAT(ends, ElementsAre("hardware", "partition 1", "partition 2", "software 1", "software 2", "emulation", "kept", //
+                                  "kept", "partition 1", "partition 2", "software 1", "software 2", "emulation"));
 }
 
 TEST(Platform, PartitionRecordWritesItsDistinctEmulation) {

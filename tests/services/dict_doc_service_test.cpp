@@ -12,6 +12,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using boost::property_tree::ptree;
 using testing::ElementsAre;
 using testing::Pair;
@@ -62,7 +64,7 @@ TEST(DictService, AnswersForAFile) {
     EXPECT_THAT(service.getAsDict(dir.path("no.txt"), "", ok), ElementsAre());
     EXPECT_TRUE(ok);
     EXPECT_THAT(service.getAsDict(dir.path("no.txt"), "name", ok), ElementsAre());
-    EXPECT_FALSE(ok);
+    EXPECT_TRUE(ok) << "stays";
 
     const auto filtered = service.getFilteredDict(kar, "");
     EXPECT_THAT(filtered, testing::IsSupersetOf(
@@ -85,8 +87,9 @@ TEST(TransformService, CountsWhatIsToBeDone) {
     EXPECT_EQ(service.getObjectsBySpec(nullptr, spec), text);
     EXPECT_EQ(service.getObjectsBySpec("missing.zpfm", spec), 3U);
     std::filesystem::create_directory(dir.path("folder.json"));
-    for (const std::string& nothing :
-         {std::string(), dir.path("none.json"), dir.write("empty.json", ""), dir.write("s.JSON", text), dir.path("folder.json")}) {
+    ASSERT_EQ(::mkfifo(dir.path("pipe.json").c_str(), 0600), 0);
+    for (const std::string& nothing : {std::string(), dir.path("none.json"), dir.write("empty.json", ""), dir.write("s.JSON", text),
+                                       dir.path("folder.json"), dir.path("pipe.json")}) {
         EXPECT_EQ(service.getTransformSpecAsJsonStr(nothing), "");
         EXPECT_EQ(service.getObjectsBySpec("missing.zpfm", nothing), 0U);
     }

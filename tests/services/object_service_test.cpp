@@ -143,8 +143,6 @@ TEST(ObjectService, PrintsWhatItFinds) {
     EXPECT_EQ(print("top.[0]"), "{\n    \"[0]\": [\n        \"x\"\n    ]\n}\n");
 
     bool ok = true;
-    EXPECT_EQ(service.getObjectsByPath_("", "top", ok), "");
-    EXPECT_FALSE(ok);
     for (bool untouched : {false, true}) {
         ok = untouched;
         service.getNodeByPath("", "top", ok);
@@ -156,7 +154,12 @@ TEST(ObjectService, PrintsWhatItFinds) {
     }
     using boost::property_tree::json_parser::json_parser_error;
     EXPECT_THROW(service.getNodeByPath("{", "top", ok), json_parser_error);
-    EXPECT_THROW(service.getHwPlatformRootPath(std::string("[")), json_parser_error);
+    for (const std::string text : {"", "["}) {
+        EXPECT_THROW(service.getNodeByPath_(text, "top", ok), json_parser_error);
+        EXPECT_THROW(service.getObjectsByPath_(text, "top", ok), json_parser_error);
+        EXPECT_THROW(service.getHwPlatformRootPath(text), json_parser_error);
+        EXPECT_THROW(service.getPathWithActualHwPlatformRoot(text, "hardwarePlatform"), json_parser_error);
+    }
 }
 
 TEST(ObjectService, ReadsBooleans) {
@@ -200,8 +203,11 @@ TEST(ObjectService, GivesTheDocumentOfAFile) {
 
     const MessageLog log;
     const std::string broken = dir.write("broken.kar", "no zip");
-    EXPECT_EQ(service.getAsJsonStr(broken), "");
-    EXPECT_TRUE(service.getAsPropertyTree(broken).empty());
+    PlatformLoader brokenLoader(broken);
+    EXPECT_EQ(service.getAsJsonStr(&brokenLoader), "");
+    const auto namesFile = testing::ThrowsMessage<boost::property_tree::ptree_error>(testing::StartsWith(broken + "(1)"));
+    EXPECT_THAT([&] { service.getAsPropertyTree(broken); }, namesFile);
+    EXPECT_THAT([&] { service.getObjectsByPath(&brokenLoader, "name", ok); }, namesFile);
     EXPECT_TRUE(NativeKeyService().get(broken).empty());
 
     // The mode reaches the loader.

@@ -280,12 +280,15 @@ TEST(PolicyFailures, AreToldAndNeverRaised) {
     EXPECT_FALSE(catalog.canDsaBeOpened(broken, reason));
     EXPECT_EQ(reason, "kept");
     EXPECT_FALSE(catalog.isPreSynthPlatformSupported(broken, reason));
-    EXPECT_EQ(reason, "Failed to load the platform. Can not continue with establishing platform support with respect to the tool flow.");
+    EXPECT_EQ(reason, "Platform '" + broken + "' is not a PRE_SYNTH platform");
+    EXPECT_FALSE(catalog.isPreSynthPlatformSupported(dir.write("no.kar", "no zip"), reason));
+    EXPECT_EQ(reason, "Platform '" + dir.path("no.kar") + "' is not a PRE_SYNTH platform");
     PlatformLoader failed(broken), software(dir.write("p.spfm", kSoftwareFile));
     EXPECT_FALSE(catalog.isPreSynthPlatform(&failed));
     EXPECT_FALSE(catalog.isPreSynthPlatform(&software));
-    EXPECT_EQ(heard.text(), "Error: failed to acquire a platform loader.\nError: failed to load platform\nError: failed to load platform\n"
-                            "Error: failed to load platform.\nError: failed to load the hardware platform.\n");
+    EXPECT_EQ(heard.text(),
+              "Error: failed to acquire a platform loader.\nError: failed to load platform\nError: failed to load platform.\n"
+              "Error: failed to load platform.\nError: failed to load platform.\nError: failed to load the hardware platform.\n");
     std::vector<std::string> reasons;
     EXPECT_FALSE(catalog.isUnderWarranty(dir.path("missing.zpfm"), reasons, ""));
     EXPECT_EQ(reasons, std::vector<std::string>{dir.path("missing.zpfm")});

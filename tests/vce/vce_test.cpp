@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Documents.h"
 #include "HPLPlatform.h"
 #include "HZEPJSONText.h"
 #include "HZEPVceHardware.h"
@@ -15,18 +16,6 @@
 #include <sstream>
 #include <string>
 
-namespace {
-
-std::string textOf(const zep_platform::JSONSerializable& object) {
-    zep_platform::JSONObjectWriter writer;
-    object.toJSON(writer);
-    std::ostringstream text;
-    writer.write(text);
-    return text.str();
-}
-
-} // namespace
-
 TEST(VceHardware, KnowsItsArchitecturesByName) {
     EXPECT_EQ(HZEPVceHardware::getArchMap().size(), 6u);
     for (const auto& [arch, name] : HZEPVceHardware::getArchMap())
@@ -39,7 +28,7 @@ TEST(VceHardware, KnowsItsArchitecturesByName) {
 TEST(VceHardware, WritesOnlyTheRowsThatItHas) {
     HZEPVceHardware hardware;
     hardware.setStartShimRow(3);
-    EXPECT_EQ(textOf(hardware), "{\n    \"arch\": \"NO_VCE\"\n}\n");
+    EXPECT_EQ(documentOf(hardware), "{\n    \"arch\": \"NO_VCE\"\n}\n");
 
     hardware.setArch("VCEML");
     hardware.setNpiBaseAddress(0xF0000000u);
@@ -47,19 +36,8 @@ TEST(VceHardware, WritesOnlyTheRowsThatItHas) {
     hardware.setStartCoreRow(-2);
     hardware.setNumCoreRows(8);
     hardware.setStartMemRow(9);
-    EXPECT_EQ(textOf(hardware), R"({
-    "arch": "VCEML",
-    "npiBaseAddress": "4026531840",
-    "shimRows": {
-        "start": "3",
-        "num": "1"
-    },
-    "coreRows": {
-        "start": "-2",
-        "num": "8"
-    }
-}
-)");
+    EXPECT_EQ(documentOf(hardware), laidOut(R"({"arch": "VCEML", "npiBaseAddress": "4026531840", "shimRows": {"start": "3", "num": "1"},
+        "coreRows": {"start": "-2", "num": "8"}})"));
 }
 
 TEST(VcePartition, FindsAndComparesItsSubPartitions) {
@@ -93,20 +71,8 @@ TEST(VcePartition, ComesBackFromItsOwnText) {
     root.toJSON(writer);
     std::ostringstream text;
     writer.write(text);
-    EXPECT_EQ(text.str(), R"({
-    "vceInst": "engine0",
-    "startColumn": "0",
-    "numColumns": "10",
-    "uuid": "1234",
-    "partitions": [
-        {
-            "startColumn": "6",
-            "numColumns": "4",
-            "plIntefaceID": "pl6"
-        }
-    ]
-}
-)");
+    EXPECT_EQ(text.str(), laidOut(R"({"vceInst": "engine0", "startColumn": "0", "numColumns": "10", "uuid": "1234",
+        "partitions": [{"startColumn": "6", "numColumns": "4", "plIntefaceID": "pl6"}]})"));
     HZEPVcePartition again(7, 7);
     again.addPartition(1, 1);
     again.fromJSON(writer.getTree());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "PolicyMessages.h"
 #include "Repository.h"
 #include "Verbs.h"
 
@@ -38,6 +39,9 @@ std::string checkVersion(const std::string& text) {
 void check(Session& session, const Options& options) {
     const std::string path = findPlatform(options.platform);
     auto loader = session.open(path);
+    if (path.ends_with(".spfm"))
+        throw Unusable(path + ": a software file alone can't be judged; a platform file or an archive was expected");
+    const PolicyMessages policy;
     zep::platform::NativeCatalogService catalog;
     catalog.setTestCompilerVersion_(options.toolVersion);
     std::string reason;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Output.h"
 #include "Verbs.h"
 
 #include "HDFToDSAConverter.h"
@@ -16,11 +17,13 @@ struct ConverterOptions {
     std::string directory;
     std::string file;
     std::string staging;
+    bool isForced = false;
 };
 
 struct CreatorOptions {
     std::string seed;
     std::string out;
+    bool isForced = false;
 };
 
 void makeDsa(Session& session, const ConverterOptions& options) {
@@ -28,8 +31,9 @@ void makeDsa(Session& session, const ConverterOptions& options) {
     try {
         converter = std::make_unique<HDFToDSAConverter>(options.directory, options.file, options.staging);
     } catch (const std::exception& error) {
-        throw Unusable(error.what());
+        throw Unusable(error);
     }
+    ensureFree(converter->getDsaFile(), options.isForced);
     if (!converter->writeDSA()) {
         session.finish();
         throw Unusable(converter->getHwPfmFile() + ": no archive was made of it");
@@ -40,6 +44,7 @@ void makeDsa(Session& session, const ConverterOptions& options) {
 void makeKar(Session& session, const CreatorOptions& options) {
     if (HostFile(options.out).getExt() != "kar")
         throw Unusable(options.out + ": the archive to write must end in .kar");
+    ensureFree(options.out, options.isForced);
     const auto platform = session.load(options.seed);
     HZEPHardwarePlatform* const seed = platform->getHardwarePlatform();
     if (!seed)
@@ -52,7 +57,7 @@ void makeKar(Session& session, const CreatorOptions& options) {
         creator.setSeedPlatform(seed);
         creator.writeKAR();
     } catch (const std::exception& error) {
-        throw Unusable(error.what());
+        throw Unusable(error);
     }
 }
 
@@ -65,6 +70,7 @@ void addHdf2dsa(CLI::App& app, Session& session) {
     verb->add_option("FILE", options->file, "The definition: an archive with hwdef.xml or sysdef.xml")->required();
     verb->add_option("STAGING", options->staging, "The folder to make for the files to pack; with a number behind it when it is there")
         ->required();
+    addForce(verb, options->isForced);
     verb->footer("The archive is written beside STAGING, which stays: FILE with the extension .dsa.\n"
                  "Example: hzep hdf2dsa card card.hdf build/staging");
     verb->callback([options, &session] { makeDsa(session, *options); });
@@ -74,7 +80,8 @@ void addFixedKar(CLI::App& app, Session& session) {
     auto options = std::make_shared<CreatorOptions>();
     CLI::App* verb = app.add_subcommand("fixed-kar", "Make a fixed platform of another one's metadata");
     verb->add_option("SEED", options->seed, "A platform file (.zpfm) or an archive (.dsa, .kar)")->required();
-    verb->add_option("OUT", options->out, "The archive to write (.kar); one that stands there is removed first")->required();
+    verb->add_option("OUT", options->out, "The archive to write (.kar)")->required();
+    addForce(verb, options->isForced);
     verb->footer("The archive holds metadata alone: none of the files that they list.\n"
                  "Example: hzep fixed-kar card/card.zpfm fixed.kar");
     verb->callback([options, &session] { makeKar(session, *options); });

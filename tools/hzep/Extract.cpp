@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Output.h"
 #include "Verbs.h"
 
 #include "HZEPHardwarePlatform.h"
@@ -16,7 +17,7 @@ namespace {
 struct Options {
     std::string archive;
     std::string what;
-    std::string out;
+    Output output;
 };
 
 /// The entry that a file type or an entry name stands for; a type wins.
@@ -49,16 +50,16 @@ void print(Session& session, const std::string& archive, const std::string& entr
 
 void extract(Session& session, const Options& options) {
     const std::string entry = findEntry(session, options);
+    const Output& output = options.output;
     if (entry.ends_with('/'))
         throw Negative(options.archive + ": \"" + entry + "\" is a directory");
     try {
-        if (options.out == "-")
+        if (output.isStandardOutput())
             print(session, options.archive, entry);
         else
-            HostZip::extractMember(options.archive, entry,
-                                   options.out.empty() ? std::filesystem::path(entry).filename().string() : options.out);
+            HostZip::extractMember(options.archive, entry, output.claimFile(std::filesystem::path(entry).filename().string()));
     } catch (const std::exception& error) {
-        throw Unusable(error.what());
+        throw Unusable(error);
     }
 }
 
@@ -67,9 +68,13 @@ void extract(Session& session, const Options& options) {
 void addExtract(CLI::App& app, Session& session) {
     auto options = std::make_shared<Options>();
     CLI::App* verb = app.add_subcommand("extract", "Take one file out of an archive");
-    verb->add_option("ARCHIVE", options->archive, "An archive (.dsa, .kar)")->required();
+    verb->add_option("ARCHIVE", options->archive, "An archive (.dsa, .kar), or a platform's name")->required();
     verb->add_option("TYPE|ENTRY", options->what, "A file type such as HPFM, in any case, or the name of an entry")->required();
-    verb->add_option("-o,--output", options->out, "The file to write, '-' for standard output; else the entry's own name, here");
+    addOutput(verb, options->output,
+              "The file to write, '-' for standard output, or a folder (FOLDER/) to put it in; else here, by its name");
     verb->footer("Example: hzep extract card/hw/card.kar META_JSON -o card.json");
-    verb->callback([options, &session] { extract(session, *options); });
+    verb->callback([options, &session] {
+        options->archive = Session::findArchive(options->archive);
+        extract(session, *options);
+    });
 }

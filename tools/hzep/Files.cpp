@@ -38,7 +38,7 @@ void listFiles(Session& session, const std::string& archive) {
     try {
         entries = HostZip::getEntries(archive);
     } catch (const std::exception& error) {
-        throw Unusable(error.what());
+        throw Unusable(error);
     }
     auto types = getTypes(session, archive);
     Table table({"TYPE", "ENTRY", "SIZE"});
@@ -60,9 +60,9 @@ void listFiles(Session& session, const std::string& archive) {
 void addFiles(CLI::App& app, Session& session) {
     auto archive = std::make_shared<std::string>();
     CLI::App* verb = app.add_subcommand("files", "List the entries of an archive with their types and sizes in bytes");
-    verb->add_option("ARCHIVE", *archive, "An archive (.dsa, .kar)")->required();
+    verb->add_option("ARCHIVE", *archive, "An archive (.dsa, .kar), or a platform's name")->required();
     verb->footer(
         "Columns are aligned on a terminal, else separated by one tab. What the metadata names and the archive lacks is 'missing'.\n"
         "Example: hzep files card/hw/card.kar");
-    verb->callback([archive, &session] { listFiles(session, *archive); });
+    verb->callback([archive, &session] { listFiles(session, Session::findArchive(*archive)); });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "PolicyMessages.h"
 #include "Repository.h"
 #include "Table.h"
 #include "Verbs.h"
@@ -34,6 +35,7 @@ void addRows(Table& table, const ptree& node, const std::string& prefix) {
 void inform(Session& session, const Options& options) {
     const std::string path = findPlatform(options.platform);
     auto loader = session.open(path);
+    const PolicyMessages policy;
     std::string text;
     try {
         text = zep::platform::NativeCatalogService().getAsJsonStr(&loader, options.all, false);

@@ -19,18 +19,14 @@ struct Options {
 
 void listKeys(Session& session, const Options& options) {
     const NativeKeyService service;
+    auto loader = session.open(options.path);
     if (options.isJson) {
-        std::string text;
-        session.ask(options.path, [&] { return !(text = service.getAsJsonStr(options.path)).empty(); });
-        session.out() << text;
+        session.out() << service.getAsJsonStr(&loader);
         return;
     }
     Table table({"KEY"});
-    session.ask(options.path, [&] {
-        for (const std::string& key : service.get(options.path))
-            table.add({key});
-        return true;
-    });
+    for (const std::string& key : service.get(&loader))
+        table.add({key});
     table.print(session.out(), Session::isTerminal());
 }
 

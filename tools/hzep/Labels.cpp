@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Output.h"
 #include "Verbs.h"
 
 #include "HZEPSemanticLabelReader.h"
 #include "HostErrors.h"
-#include "HostFile.h"
 
 #include <memory>
 
@@ -15,7 +15,7 @@ struct Options {
     std::string file;
     bool isPartition = false;
     std::string extensionPath;
-    std::string out;
+    Output output;
 };
 
 /// Counts the labels as they are read, so that a message about one can tell which it is.
@@ -31,11 +31,11 @@ public:
             if (isUnknown) {
                 ++unknown_;
                 Session::say("warning", text);
-            } else if (message.args.empty()) {
+            } else if (message.fault.cause.empty()) {
                 ++faulty_;
                 Session::say("error", text);
             } else {
-                fileFault_ = message.args.back();
+                fileFault_ = message.fault;
             }
         });
     }
@@ -44,21 +44,22 @@ public:
     LabelCount& operator=(const LabelCount&) = delete;
 
     std::size_t getFaulty() const { return faulty_; }
-    const std::string& getFileFault() const { return fileFault_; }
+    const HostFault& getFileFault() const { return fileFault_; }
 
 private:
     HostMsgMgr::Sink before_;
     std::size_t unknown_ = 0;
     std::size_t faulty_ = 0;
-    std::string fileFault_;
+    HostFault fileFault_;
 };
 
 void read(const std::string& file, HZEPSemanticLabelReader& reader) {
-    if (!HostFile::isRegularFile(file))
-        throw Unusable(file + (HostFile::exists(file) ? ": is no regular file" : ": no such file"));
+    Session::checkReadable(file, "a label file");
     const LabelCount count(file, reader);
-    if (!reader.parseFile(file))
-        throw Unusable(count.getFileFault());
+    if (!reader.parseFile(file)) {
+        const HostFault& fault = count.getFileFault();
+        throw Unusable(file + (fault.line > 0 ? "(" + std::to_string(fault.line) + ")" : "") + ": " + fault.cause, fault);
+    }
     // What run-time software would make of a label half read can't be known.
     if (count.getFaulty() > 0)
         throw Unusable(file + ": " + std::to_string(count.getFaulty()) + " of the labels can't be used");
@@ -67,20 +68,23 @@ void read(const std::string& file, HZEPSemanticLabelReader& reader) {
 void generate(Session& session, const Options& options) {
     HZEPSemanticLabelReader reader;
     read(options.file, reader);
-    const bool isToStdout = options.out.empty() || options.out == "-";
+    const Output& output = options.output;
+    const bool isToStdout = output.path.empty() || output.isStandardOutput();
+    if (!isToStdout)
+        ensureFree(output.path, output.isForced);
     try {
         if (options.isPartition && isToStdout)
             reader.generatePartitionMetadata(session.out());
         else if (options.isPartition)
-            reader.generatePartitionMetadata(options.out);
+            reader.generatePartitionMetadata(output.path);
         else if (isToStdout)
             reader.generateExtMetadata(options.extensionPath, session.out());
         else
-            reader.generateExtMetadata(options.extensionPath, options.out);
+            reader.generateExtMetadata(options.extensionPath, output.path);
     } catch (const HostDataException& error) {
-        throw Unusable(options.file + ": " + error.what());
+        throw Unusable(options.file + ": " + error.what(), error.getFault());
     } catch (const HostError& error) {
-        throw Unusable(error.what());
+        throw Unusable(error);
     }
 }
 
@@ -95,7 +99,7 @@ void addLabels(CLI::App& app, Session& session) {
     document->add_option("--extension", options->extensionPath, "What an accelerator binary for the partition at PATH gets in addition")
         ->type_name("PATH");
     document->require_option(1);
-    verb->add_option("-o,--output", options->out, "The file to write; else standard output");
+    addOutput(verb, options->output, "The file to write, '-' for standard output, which is where it goes without this");
     verb->footer("A file with a faulty label is refused; labels of an unknown kind are passed over.\n"
                  "Example: hzep labels card/card.labels.json --extension /top/dynamic -o extension.json");
     verb->callback([options, &session] { generate(session, *options); });

@@ -2,12 +2,14 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 
 #include "ListManager.h"
+#include "PolicyMessages.h"
 #include "Progress.h"
 #include "Table.h"
 #include "Verbs.h"
 
 #include "HZEPJSONText.h"
 #include "HostFile.h"
+#include "HostPathUtils.h"
 #include "NativeCatalogService.h"
 #include "NativePlatformRepoService.h"
 
@@ -40,16 +42,19 @@ std::vector<std::string> findFiles(const Options& options) {
     return files;
 }
 
-/// The catalog's list document, with a word for each platform that has to be left out.
-ptree readPlatforms(Session& session, const Options& options) {
+/// The catalog's list document, with a word for each platform that has to be left out; `isBroken` tells that there are such.
+ptree readPlatforms(Session& session, const Options& options, bool& isBroken) {
     const std::vector<std::string> files = findFiles(options);
     const zep::platform::NativeCatalogService catalog;
+    const PolicyMessages policy;
     ptree root;
     ptree& platforms = root.add_child("platforms", ptree());
     Progress progress(files.size(), "platforms");
     for (const std::string& file : files) {
         std::string fault;
         try {
+            if (!HostFile::isRegularFile(file))
+                throw Unusable(file + ": is " + HostPathUtils::describe(file) + ", not a platform file");
             auto loader = session.open(file);
             if (const std::string text = catalog.getAsJsonStr(&loader, options.all, false); !text.empty())
                 HZEPJSONText::read(text, platforms.push_back({"", ptree()})->second);
@@ -61,6 +66,7 @@ ptree readPlatforms(Session& session, const Options& options) {
         progress.advance();
         if (fault.empty())
             continue;
+        isBroken = true;
         progress.clear();
         Session::say("error", fault);
     }
@@ -98,11 +104,15 @@ void list(Session& session, const Options& options) {
             throw Unusable(dir + ": is no directory");
     if (options.byManager)
         return listByManager(session, options.dirs, !options.noDefaults, options.isJson);
-    const ptree root = readPlatforms(session, options);
+    bool isBroken = false;
+    const ptree root = readPlatforms(session, options, isBroken);
     if (options.isJson)
         HZEPJSONText::write(session.out(), root);
     else
         printTable(session, root.get_child("platforms"), options.all);
+    session.finish();
+    if (isBroken && root.get_child("platforms").empty())
+        throw Answered();
 }
 
 } // namespace
@@ -118,6 +128,7 @@ void addList(CLI::App& app, Session& session) {
         ->excludes("--all");
     verb->footer(
         "Columns are aligned on a terminal, else separated by one tab. A platform that can't be read is told on stderr and left out.\n"
+        "Exit status: 1 when there are platforms and none of them can be read.\n"
         "Example: hzep list cards --no-defaults");
     verb->callback([options, &session] { list(session, *options); });
 }

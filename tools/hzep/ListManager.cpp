@@ -6,6 +6,7 @@
 
 #include "HZEPHardwarePlatform.h"
 #include "HZEPPlatformMgr.h"
+#include "HostText.h"
 #include "JSONListWriter.h"
 #include "JSONObjectWriter.h"
 
@@ -25,20 +26,25 @@ class WithoutDoubles {
 public:
     WithoutDoubles() : printed_(std::cout.rdbuf(nullptr)) {
         before_ = HostMsgMgr::getGlobal().setSink([this](const HostMsg& message) {
-            if (!kToldInTexts.contains(message.key))
-                before_(message);
+            if (kToldInTexts.contains(message.key))
+                return;
+            hasWarned_ |= message.severityMask >= HostMsgMgr::Warning;
+            before_(message);
         });
     }
     ~WithoutDoubles() {
         HostMsgMgr::getGlobal().setSink(before_);
         std::cout.rdbuf(printed_);
     }
+    /// Something was left out, and that is said.
+    bool hasWarned() const { return hasWarned_; }
     WithoutDoubles(const WithoutDoubles&) = delete;
     WithoutDoubles& operator=(const WithoutDoubles&) = delete;
 
 private:
     std::streambuf* printed_;
     HostMsgMgr::Sink before_;
+    bool hasWarned_ = false;
 };
 
 std::string getVersion(const HZEPPlatform& platform) {
@@ -54,16 +60,16 @@ void printDocument(Session& session, const Platforms& platforms, const std::vect
     zep_platform::JSONListWriter list;
     for (const HZEPPlatform* platform : platforms) {
         zep_platform::JSONObjectWriter each;
-        each.addKey("baseName", platform->getPlatformBaseName());
+        each.addKey("baseName", HostText::toUtf8(platform->getPlatformBaseName()));
         each.addKey("version", getVersion(*platform));
         each.addKey("type", platform->getTypeString());
         each.addKey("kind", getKind(*platform));
-        each.addKey("platformFile", platform->getPlatformFile());
+        each.addKey("platformFile", HostText::toUtf8(platform->getPlatformFile()));
         list.addItem(std::move(each));
     }
     zep_platform::JSONListWriter texts;
     for (const std::string& text : errors)
-        texts.addItem(text);
+        texts.addItem(HostText::toUtf8(text));
     zep_platform::JSONObjectWriter root;
     root.addKey("platforms", std::move(list));
     root.addKey("errors", std::move(texts));
@@ -83,9 +89,24 @@ void printTable(Session& session, const Platforms& platforms) {
 /// On one line, whatever lines and names are in it.
 std::string flatten(std::string text) {
     text.erase(text.find_last_not_of('\n') + 1);
-    std::replace_if(
-        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, ' ');
-    return text;
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return HostText::makePrintable(text);
+}
+
+/// The manager has a text of the reader, and behind it one that names the platform: they tell of one fault.
+std::vector<std::string> joinPairs(const std::vector<std::string>& texts) {
+    std::vector<std::string> joined;
+    bool isCause = false;
+    for (const std::string& text : texts) {
+        const bool isConclusion = text.starts_with("Encountered Errors while parsing ");
+        if (!isConclusion || !isCause)
+            joined.push_back(flatten(text));
+        else if (const std::string file = text.substr(text.find(": ") + 2, text.rfind(". Unable") - text.find(": ") - 2);
+                 joined.back().find(HostText::makePrintable(file)) == text.npos)
+            joined.back() += " (" + flatten(text) + ")";
+        isCause = text.starts_with("Error parsing ");
+    }
+    return joined;
 }
 
 } // namespace
@@ -96,9 +117,11 @@ void listByManager(Session& session, const std::vector<std::string>& dirs, bool 
         HZEPPlatformMgr::getDefaultZepPlatformDirs(all);
     all.insert(all.end(), dirs.begin(), dirs.end());
     HZEPPlatformMgr manager;
+    bool isBroken = false;
     {
         const WithoutDoubles quiet;
         manager.addPlatformsFromDirs(all);
+        isBroken = quiet.hasWarned();
     }
     Platforms platforms;
     Platforms archives;
@@ -108,9 +131,14 @@ void listByManager(Session& session, const std::vector<std::string>& dirs, bool 
     std::vector<std::string> errors;
     manager.getParsingErrorMsgs(errors);
 
-    if (json)
-        return printDocument(session, platforms, errors);
-    printTable(session, platforms);
-    for (const std::string& error : errors)
-        Session::say("error", flatten(error));
+    if (json) {
+        printDocument(session, platforms, errors);
+    } else {
+        printTable(session, platforms);
+        for (const std::string& error : joinPairs(errors))
+            Session::say("error", error);
+    }
+    session.finish();
+    if (platforms.empty() && (isBroken || !errors.empty()))
+        throw Answered();
 }

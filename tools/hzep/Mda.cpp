@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
 
+#include "Output.h"
 #include "Table.h"
 #include "Verbs.h"
 
 #include "HMDAArchive.h"
+#include "HZEPArchiveEdit.h"
 #include "HostFile.h"
 #include "HostZip.h"
-#include "HostZipUpdate.h"
 #include "JSONObjectWriter.h"
 
 #include <algorithm>
@@ -25,7 +26,7 @@ struct Options {
     std::string type;
     std::string entry;
     std::string source;
-    std::string directory = ".";
+    Output output;
     bool asJson = false;
 };
 
@@ -36,13 +37,12 @@ auto refusing(const std::string& file, Work work) {
         return work();
     } catch (const std::exception& error) {
         const std::string what = error.what();
-        throw Unusable(what.find(file) == what.npos ? file + ": " + what : what);
+        throw Unusable(what.find(file) == what.npos ? file + ": " + what : what, getFaultOf(error));
     }
 }
 
 HMDAArchive open(const std::string& file) {
-    if (!HostFile::isRegularFile(file))
-        throw Unusable(file + (HostFile::exists(file) ? ": is no regular file" : ": no such file"));
+    Session::checkReadable(file, "a metadata archive");
     if (const std::string fault = HostZip::getFault(file); !fault.empty())
         throw Unusable(file + ": " + fault);
     HMDAArchive archive;
@@ -56,7 +56,7 @@ HMDAArchive open(const std::string& file) {
 }
 
 void add(const Options& options) {
-    HMDAArchive archive = open(options.file);
+    const HMDAArchive archive = open(options.file);
     const bool isFolder = HostFile::isDir(options.source);
     if (!isFolder && !HostFile::isRegularFile(options.source))
         throw Unusable(options.source + (HostFile::exists(options.source) ? ": is no regular file" : ": no such file"));
@@ -71,14 +71,7 @@ void add(const Options& options) {
         throw Unusable("a block design stands in the folder \"bd\", not in \"" + options.entry + "\"");
     if (options.entry == archive.getJsonFileName())
         throw Unusable("\"" + options.entry + "\" is the archive's index, not a file of a type");
-    refusing(options.file, [&] {
-        // Tells what is wrong with the archive or the name, which the next step would only refuse.
-        HostZipUpdate(options.file).begin(options.entry);
-        if (isFolder)
-            archive.archiveDirectory(options.type, options.entry, options.source);
-        else
-            archive.archive(options.type, options.entry, options.source);
-    });
+    refusing(options.file, [&] { HZEPArchiveEdit::addToIndex(options.file, options.type, options.entry, options.source); });
 }
 
 /// What the members of an archive measure, in bytes.
@@ -136,7 +129,26 @@ void extract(Session& session, const Options& options) {
         throw Negative(options.file + ": no file of type \"" + options.type + "\"; 'hzep mda list' lists them");
     if (!HMDAArchive::isDirectoryType(options.type) && !HostZip::containsFile(options.file, name))
         throw Negative(options.file + ": the file of type \"" + options.type + "\", \"" + name + "\", is not in the archive");
-    session.out() << refusing(options.file, [&] { return archive.extract(options.type, options.directory); }) << '\n';
+    const Output& output = options.output;
+    const bool isFolder = HMDAArchive::isDirectoryType(options.type);
+    if (isFolder && output.isStandardOutput())
+        throw Unusable("a \"" + options.type + "\" is a folder, which can't be written to standard output");
+    if (!isFolder && output.isStandardOutput()) {
+        refusing(options.file, [&] { session.out() << HostZip::readMember(options.file, name); });
+        return;
+    }
+    if (!isFolder && !output.path.empty() && !output.isFolder()) {
+        ensureFree(output.path, output.isForced);
+        refusing(options.file, [&] { HostZip::extractMember(options.file, name, output.path); });
+        session.out() << output.path << '\n';
+        return;
+    }
+    const std::string folder = output.path.empty() ? "." : output.path.substr(0, output.path.find_last_not_of('/') + 1);
+    const std::string target = (folder.empty() ? "/" : folder + "/") + (options.type == "DR_BD" ? "bd" : name);
+    // A name that leads out is refused by the library, in its words.
+    if (!output.isForced && HostZipUpdate::getNameFault(name).empty() && HostFile::exists(target))
+        throw Unusable(target + ": is there already; --force replaces what is in it", {target, "", 0, 0, "is there already"});
+    session.out() << refusing(options.file, [&] { return archive.extract(options.type, folder.empty() ? "/" : folder); }) << '\n';
 }
 
 template <class Setter>
@@ -167,6 +179,8 @@ void addMda(CLI::App& app, Session& session) {
     addText(create, options, "--hier-name", &HMDAArchive::setHierName, "The hierarchy that the platform is");
     create->footer("Example: hzep mda create card.mda --pfm-name card --inst-path top/card_i");
     create->callback([options] {
+        if (HostFile::exists(options->file))
+            throw Unusable(options->file + ": is there already; 'hzep mda add' puts files into it");
         refusing(options->file, [&] {
             options->archive.setFile(options->file);
             options->archive.create();
@@ -177,8 +191,9 @@ void addMda(CLI::App& app, Session& session) {
     add->add_option("TYPE", options->type, "The file's type; it takes the place of the one of that type in the list")->required();
     add->add_option("ENTRY", options->entry, "The name of the entry; one that is there gets the new content")->required();
     add->add_option("SOURCE", options->source, "The file; for DR_BD, BOARD_REPO_PATH and IP_REPO_PATH a folder")->required();
-    add->footer("The index is written anew and the archive's digest stamped. A block design stands in \"bd\".\n"
-                "Example: hzep mda add card.mda IP_REPO_PATH ip_repo build/ip_repo");
+    add->footer(
+        "The index gets the file in its list, and every other byte of it stays; the digest is stamped. A block design stands in \"bd\".\n"
+        "Example: hzep mda add card.mda IP_REPO_PATH ip_repo build/ip_repo");
     add->callback([options] { ::add(*options); });
 
     CLI::App* list = addVerb(mda, "list", "List the files of a metadata archive with their types and sizes in bytes", options);
@@ -189,7 +204,10 @@ void addMda(CLI::App& app, Session& session) {
     CLI::App* extract =
         addVerb(mda, "extract", "Take the file or folder of a type out of a metadata archive and print where it is", options);
     extract->add_option("TYPE", options->type, "A type that 'hzep mda list' shows")->required();
-    extract->add_option("-o,--output", options->directory, "The folder to put it in, keeping its path; else here");
+    addOutput(
+        extract, options->output,
+        "The file to write, '-' for standard output, or a folder (FOLDER/) to put it in, where it keeps its path; else here. A folder "
+        "is always put into one");
     extract->footer("Example: hzep mda extract card.mda DR_BD -o unpacked");
     extract->callback([options, &session] { ::extract(session, *options); });
 }

@@ -20,9 +20,12 @@ std::string join(const std::vector<std::string>& texts) {
     return joined;
 }
 
+/// What is a file, or no name that a platform could have.
 bool isPath(const std::string& platform) {
     static const std::set<std::string> extensions = {".zpfm", ".dsa", ".kar", ".spfm"};
-    return (HostFile::exists(platform) && !HostFile::isDir(platform)) || platform.empty() || platform.find('/') != platform.npos ||
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(platform, error);
+    return (std::filesystem::exists(status) && !HostFile::isDir(platform)) || platform.empty() || platform.find('/') != platform.npos ||
            extensions.contains(std::filesystem::path(platform).extension().string());
 }
 
@@ -39,6 +42,8 @@ std::string findPlatform(const std::string& platform) {
         Session::say("warning", "several platforms are called \"" + platform + "\"; this is " + found.front());
     if (!files.empty())
         return found.front();
+    if (HostFile::isDir(platform))
+        return platform; // whoever opens it says so
 
     std::vector<std::string> dirs;
     repository.getDefaultPlatformLookupDirs(dirs);
@@ -46,7 +51,7 @@ std::string findPlatform(const std::string& platform) {
     std::set<std::string> names;
     for (const std::string& file : found)
         names.insert(std::filesystem::path(file).stem().string());
-    throw Negative("there is no file and no platform \"" + platform +
+    throw Unusable("there is no file and no platform \"" + platform +
                    "\"; searched: " + (dirs.empty() ? "nothing, no default directory exists" : join(dirs)) +
                    HZEPNearNames::suggest(platform, {names.begin(), names.end()}));
 }

@@ -3,6 +3,8 @@
 
 #include "Table.h"
 
+#include "HostText.h"
+
 #include <algorithm>
 #include <numeric>
 #include <sys/ioctl.h>
@@ -41,10 +43,8 @@ std::size_t getLineSize(const std::string& text, std::size_t begin, std::size_t 
 Table::Table(std::vector<std::string> heading) : heading_(std::move(heading)) {}
 
 void Table::add(std::vector<std::string> row) {
-    // A name out of an archive must not be able to end a line or steer a terminal.
     for (std::string& cell : row)
-        std::replace_if(
-            cell.begin(), cell.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '?');
+        cell = HostText::makePrintable(cell);
     rows_.push_back(std::move(row));
 }
 

@@ -13,6 +13,7 @@ class Table {
 public:
     explicit Table(std::vector<std::string> heading);
 
+    /// What would end a line or steer a terminal becomes an escape.
     void add(std::vector<std::string> row);
     void print(std::ostream& out, bool forPerson) const;
 

@@ -76,7 +76,10 @@ Handle._forget = _native.closeHandle
 // An argument that is read and written comes back beside the result.
 %typemap(argout) std::string &reason "$result = hzep_python::addOutput($result, hzep_python::toPython(*$1));"
 %typemap(in) bool &ok (bool value) {
-    value = PyObject_IsTrue($input) == 1;
+    const int truth = PyObject_IsTrue($input);
+    if (truth < 0)
+        SWIG_fail;
+    value = truth == 1;
     $1 = &value;
 }
 %typemap(argout) bool &ok "$result = hzep_python::addOutput($result, PyBool_FromLong(*$1));"

@@ -48,13 +48,13 @@ class map {
 
 template <class T>
 class set {
-    %typemap(in) const std::set< T > & (std::vector< T > items, std::set< T > distinct) {
+    %typemap(in) const std::set< T > & (std::vector< T > items, std::set< T > distinct), std::set< T > & (std::vector< T > items, std::set< T > distinct) {
         if (!hzep_python::listFromPython($input, items, $descriptor(T *), HZEP_PLACE))
             SWIG_fail;
         distinct.insert(items.begin(), items.end());
         $1 = &distinct;
     }
-    %typemap(typecheck, precedence=SWIG_TYPECHECK_STRING_ARRAY) const std::set< T > & "$1 = hzep_python::isListLike($input);"
+    %typemap(typecheck, precedence=SWIG_TYPECHECK_STRING_ARRAY) const std::set< T > &, std::set< T > & "$1 = hzep_python::isListLike($input);"
     %typemap(out) std::set< T > "$result = hzep_python::setToPython($1);"
     %typemap(out) const std::set< T > & "$result = hzep_python::setToPython(*$1);"
 };

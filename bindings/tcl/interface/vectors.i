@@ -47,13 +47,13 @@ class map {
 
 template <class T>
 class set {
-    %typemap(in) const std::set< T > & (std::vector< T > items, std::set< T > distinct) {
+    %typemap(in) const std::set< T > & (std::vector< T > items, std::set< T > distinct), std::set< T > & (std::vector< T > items, std::set< T > distinct) {
         if (!hzep_tcl::listFromTcl(interp, $input, items, $descriptor(T *)))
             SWIG_fail;
         distinct.insert(items.begin(), items.end());
         $1 = &distinct;
     }
-    %typemap(typecheck, precedence=SWIG_TYPECHECK_STRING_ARRAY) const std::set< T > & "$1 = 1;"
+    %typemap(typecheck, precedence=SWIG_TYPECHECK_STRING_ARRAY) const std::set< T > &, std::set< T > & "$1 = 1;"
     %typemap(out) std::set< T > "Tcl_SetObjResult(interp, hzep_tcl::setToTcl($1));"
     %typemap(out) const std::set< T > & "Tcl_SetObjResult(interp, hzep_tcl::setToTcl(*$1));"
 };

@@ -237,8 +237,13 @@ public final class Misuse {
         () -> ZEPPlatformMgr.getGlobalNoInit().addPlatformsFromDirs(null));
     refuse(NullPointerException.class, "zep_platform::JSONWriter const" + reference, "null writer",
         () -> new JSONObjectWriter().addKey("key", (JSONWriter) null));
-    refuse(NullPointerException.class, "Attempt to dereference null zep_platform::PlatformLoader::HwMetadataMode", "null mode",
-        () -> new PlatformLoader(fileOf("pebble"), null));
+    for (Call act : new Call[] {() -> new PlatformLoader(fileOf("pebble"), null), () -> new NativeObjectService(null),
+        () -> new NativeKeyService(null), () -> new NativeDocService(null)}) {
+      refuse(NullPointerException.class, "Attempt to dereference null zep_platform::PlatformLoader::HwMetadataMode", "null mode", act);
+    }
+    PropertyTree tree = new PropertyTree("{}");
+    tree.close();
+    refuse(NullPointerException.class, "this PropertyTree is closed", "closed tree", () -> new NativeKeyService().get(tree));
     refuse(NullPointerException.class, "array", "null array", () -> new NativeCatalogService().canDsaBeOpened(fileOf("pebble"), null));
     refuse(IndexOutOfBoundsException.class, "Array", "empty array",
         () -> new NativeObjectService().getObjectsByPath(fileOf("pebble"), "name", new boolean[0]));

@@ -23,7 +23,7 @@ def load():
 
 class LifetimeTest(unittest.TestCase):
     def test_a_part_keeps_what_it_came_from(self):
-        device = load().getHardwarePlatform().getDevices()[0]
+        device = load().getHardwarePlatform().getDevice("fpga0")
         configs = load().getSoftwarePlatform().getSystemConfigs()
         clock = next(load().getHardwarePlatform().createSystemClockIter())
         gc.collect()
@@ -150,8 +150,9 @@ class ValueTest(unittest.TestCase):
         self.assertEqual((int, list, count), (type(count), type(types), len(types)))
         names, frequencies = hardware.getAllClockFrequencies()
         self.assertEqual(len(names), len(frequencies))
+        self.assertEqual((hardware.getFeatureRoms(), ""), (hardware.getFeatureRomVecRange(), hardware.issueNormalizeMemoryBanksMessage()))
         self.assertIs(set, type(NativeKeyService().get(FILE)))
-        self.assertIs(dict, type(NativeDictService().getFilteredDict(FILE, "hardwarePlatform")))
+        self.assertEqual({"name": load().getName()}, NativeDictService().getFilteredDict(FILE, "", ["name"]))
         self.assertEqual([clock.getName() for clock in hardware.getSystemClocks()],
                          [clock.getName() for clock in hardware.createSystemClockIter()])
 

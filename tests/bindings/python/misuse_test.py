@@ -13,6 +13,7 @@ from hzep_platform import *
 
 EXAMPLES, DATA = (pathlib.Path(argument) for argument in sys.argv[1:3])
 FILE = EXAMPLES / "kestrel" / "kestrel.zpfm"
+LONE = "\ud800"  # half of a character: UTF-8 has no form for it
 CLASSES = [cls for cls in (getattr(hzep_platform, name) for name in hzep_platform.__all__) if issubclass(cls, Handle) and cls is not Handle]
 
 
@@ -75,9 +76,9 @@ class MisuseTest(unittest.TestCase):
                 parameters = inspect.signature(operation).parameters
                 if "args" in parameters or len(parameters) == 1:
                     continue
-                for wrong in (object(), b"bytes", lambda: 0, [object()], {1: 2}, Handle):
+                for wrong in (object(), b"bytes", lambda: 0, [object()], {1: 2}, Handle, LONE):
                     arguments = [wrong] * (len(parameters) - 1)
-                    self.refused(TypeError, operation, cls(), *arguments, told=f"{cls.__name__}.{name}")
+                    self.refused((TypeError, UnicodeEncodeError), operation, cls(), *arguments, told=f"{cls.__name__}.{name}")
         self.refused(TypeError, platform.getName, 1)
         self.refused(TypeError, platform.setName)
         for number in (1 << 80, -1, 1 << 32):
@@ -88,6 +89,25 @@ class MisuseTest(unittest.TestCase):
         self.refused(TypeError, ZEPPlatformMgr().removePlatformsFromDirs, [None])
         self.refused(TypeError, PlatformLoader, FILE, 7)
         self.refused(TypeError, NativeObjectService().getChild, {1: 2}, "a")
+
+    def test_text_and_trees_of_no_use(self):
+        class Odd(int):
+            __str__ = lambda self: LONE
+            __bool__ = lambda self: {}["from within"]
+
+        objects, documents, closed = NativeObjectService(), NativeDocService(), PropertyTree("{}")
+        closed.close()
+        for tree in (LONE, [LONE], (1, {"a": LONE}), {LONE: 1}, {pathlib.Path(LONE): 1}, Odd()):
+            for take in (objects.getStringValue, documents.isValidDocKey, documents.getBranch):
+                self.refused(UnicodeEncodeError, take, tree, "a", *[True] * (take == documents.getBranch))
+        for tree in (closed, [closed], {"a": closed}):
+            for take in (objects.getStringValue, objects.hasNodeAtPath, documents.isValidDocKey):
+                self.refused(ClosedError, take, tree, "a")
+        for take, *given in ((PlatformLoader, LONE), (PlatformLoader, pathlib.Path(LONE)), (PropertyTree, LONE), (objects.hasNodeAtPath, {}, LONE),
+                             (NativeCatalogService().canDsaBeOpened, FILE, LONE), (ZEPPlatformMgr().removePlatformsFromDirs, [LONE]),
+                             (NativeDictService().getFilteredDict, FILE, "", {LONE}), (documents.isValidDocKey, {}, LONE)):
+            self.refused(UnicodeEncodeError, take, *given)
+        self.refused(KeyError, documents.getBranch, {}, "a", Odd())
 
     def test_indexes(self):
         hardware = PlatformLoader(FILE).load().getHardwarePlatform()

@@ -31,6 +31,8 @@ set name [$platform getName]
 # One object, one handle, whichever way it comes.
 same "hardware platform" $hardware [$platform getHardwarePlatform]
 same "platform" $platform [$loader load]
+same "device" [$hardware getDevice fpga0] [lindex [$hardware getDevices] 0]
+same "filtered" [dict create name $name] [[::hzep_platform::NativeDictService new] getFilteredDict $EXAMPLES/kestrel/kestrel.zpfm "" name]
 
 # Names that are no handles, of another type, forged; too few and too many arguments; operations that are none.
 set writer [::hzep_platform::JSONObjectWriter new]

@@ -8,12 +8,10 @@ namespace eval config {
  dict set boardMemories_0 MEMORY_PART default_part
  dict set boardMemories_0 SLOT 0
  lappend boardMemories $boardMemories_0
- set boardMemories_1 [dict create]
  lappend boardMemories $boardMemories_1
  dict set boardMemories_2 SLOT 2
  lappend boardMemories $boardMemories_2
 
- set instance0 [dict create]
  dict set instanceConfig norvane:ip:dma:2.0 $instance0
 
  dict set instance1 DEPTH {16}

@@ -6,9 +6,13 @@
 #include <stdio.h>
 
 int main(int argc, char** argv) {
-    char* text = argc == 2 ? hzep_get_platform_json(argv[1]) : NULL;
-    if (!text)
+    char* error = NULL;
+    char* text = hzep_try_get_platform_json(argc == 2 ? argv[1] : NULL, &error);
+    if (!text) {
+        fprintf(stderr, "%s\n", error);
+        hzep_free_json_string(error);
         return 1;
+    }
     fputs(text, stdout);
     hzep_free_json_string(text);
     return 0;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "BoardFile.h"
 
+#include "../../common/src/JsonAllocator.h"
 #include "HostBoardDataManager.h"
 #include "HostErrors.h"
 #include "HostFileUtils.h"
@@ -15,7 +16,9 @@
 
 namespace {
 
-using rapidjson::Value;
+using Memory = rapidjson::MemoryPoolAllocator<JsonAllocator>;
+using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Memory, JsonAllocator>;
+using Value = Document::ValueType;
 
 /// A member's value with the way to it, which faults name: "connectors[2].name".
 class Member {
@@ -128,8 +131,8 @@ HostBoard::Data boardOf(const Member& root) {
 
 HostBoard::Data board_file::read(const std::string& path) {
     const std::string text = HostFileUtils::readFile(path, HostBoardDataManager::kMaxFileSize);
-    rapidjson::Document document;
-    // Not recursive, so the size alone bounds how deep a text can nest.
+    Document document;
+    // Not recursive, so the size alone bounds how deep a text can nest, and how much memory its values take.
     document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
     if (document.HasParseError()) {
         const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(document.GetErrorOffset(), text.size()));

@@ -11,4 +11,7 @@ class HOST_EXPORT HostPathUtils {
 public:
     /// Something stands at the path; false for an empty path.
     static bool exists(const std::string& path);
+
+    /// What stands at the path, in words: "a regular file", "a directory", "a named pipe", "a link that leads nowhere", "nothing".
+    static std::string describe(const std::string& path);
 };

@@ -15,7 +15,10 @@ public:
     static std::string makePrintable(std::string_view text);
 
     /// The text is UTF-8 throughout: no surrogates, no overlong forms, nothing cut off.
-    static bool isUtf8(std::string_view text);
+    static bool isUtf8(std::string_view text) { return findNoUtf8(text) == text.npos; }
+
+    /// Where the first byte stands that is no UTF-8; npos without one.
+    static std::size_t findNoUtf8(std::string_view text);
 
     /// The text with each byte that is no UTF-8 become U+FFFD.
     static std::string toUtf8(std::string_view text);

@@ -30,9 +30,10 @@ public:
     static constexpr std::uint64_t kMaxMemberSize = 1ULL << 30;
     /// Largest member that is unpacked or streamed piece by piece: 64 GiB.
     static constexpr std::uint64_t kMaxUnpackedSize = 64ULL << 30;
-    /// A member above kRatioFloor bytes that inflates by more than this is refused.
-    static constexpr std::uint64_t kMaxRatio = 1000;
-    static constexpr std::uint64_t kRatioFloor = 100ULL << 10;
+    /// Largest member with metadata: 64 MiB.
+    static constexpr std::uint64_t kMaxMetadataSize = 64ULL << 20;
+    /// Most content that one call unpacks, stamps or verifies: 256 GiB.
+    static constexpr std::uint64_t kMaxTotalSize = 256ULL << 30;
     /// Most parts of the name of a member that is unpacked: deeper folders cost much to make, and nothing removes them again.
     static constexpr std::size_t kMaxNameParts = 100;
 
@@ -57,11 +58,12 @@ public:
     /// The archive has an entry of exactly this name; false too for a file that is no archive.
     static bool containsFile(const std::string& archive, const std::string& entry);
 
-    /// The whole member, its checksum verified. Raises HostError when it is missing, damaged, encrypted or above the limits.
-    static std::string readMember(const std::string& archive, const std::string& entry);
+    /// The whole member, its checksum verified. Raises HostError when it is missing, damaged, encrypted or above `maxSize` bytes.
+    static std::string readMember(const std::string& archive, const std::string& entry, std::uint64_t maxSize = kMaxMemberSize);
 
     /// Writes the member into the file, piece by piece, at most kMaxUnpackedSize bytes. The file appears, or is replaced, whole or not at
-    /// all. Raises HostError as readMember does, and for a file that can't be written.
+    /// all. Raises HostError as readMember does, for a name that no file may bear (as HostZipUpdate::getNameFault says it), and for a file
+    /// that can't be written.
     static void extractMember(const std::string& archive, const std::string& entry, const std::string& file);
 
     /// Why the file can't be opened as an archive, in a few words; "" when it can.
@@ -90,8 +92,13 @@ public:
     /// The digits of the stamp, "" without one. Raises HostError for a file that is no sound archive.
     static std::string getDigest(const std::string& archive);
 
-    /// The archive has a stamp, of this revision or the first one, and its members, all read, are what the stamp says. Raises HostError for
-    /// an archive or member that can't be read.
+    enum DigestState { NoDigest, DigestDiffers, DigestMatches };
+
+    /// Reads all members, and compares them with the stamp, of this revision or the first one, of the same file: who changes the archive
+    /// meanwhile plays no part. Raises HostError for an archive or member that can't be read.
+    static DigestState checkDigest(const std::string& archive);
+
+    /// checkDigest gives DigestMatches.
     static bool verifyDigest(const std::string& archive);
 
 private:

@@ -13,8 +13,8 @@
 /// cause in the text.
 class HOST_EXPORT HostZipMember {
 public:
-    /// Refuses a member that is missing, a directory, encrypted, larger than `maxSize` bytes, or that announces to inflate by more
-    /// than HostZip::kMaxRatio.
+    /// Refuses a member that is missing, a directory, encrypted or larger than `maxSize` bytes, and one whose local header contradicts the
+    /// directory.
     HostZipMember(const std::string& archive, const std::string& entry, std::uint64_t maxSize);
     ~HostZipMember();
     HostZipMember(HostZipMember&&) noexcept;

@@ -12,10 +12,12 @@ HostZip::~HostZip() = default;
 void HostZip::compress(const std::string& file, int mode) {
     if (mode != kCompressAnew && mode != kCompressMore)
         throw HostAlgException(archive_ + ": there is no mode " + std::to_string(mode) + " of compressing a file");
-    if (mode == kCompressAnew)
+    if (mode == kCompressAnew) {
+        update_.reset(); // it holds the archive
         update_.reset(new HostZipUpdate(HostZipUpdate::create(archive_)));
-    else if (!update_)
+    } else if (!update_) {
         update_ = std::make_unique<HostZipUpdate>(archive_);
+    }
     update_->putFile(file.substr(file.rfind('/') + 1), file);
 }
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HostFile.h"
 
-#include "HostErrors.h"
+#include "HostFail.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -75,13 +75,13 @@ bool HostFile::isRegularFile() const {
 
 void HostFile::mkDirRecursive() const {
     if (!isName(path_))
-        throw HostError("cannot make the directory '" + path_ + "': not a name");
+        failPath("cannot make the directory", path_, "not a name");
     std::error_code error;
     fs::create_directories(path_, error);
     if (!error && !isDir())
         error = std::make_error_code(std::errc::not_a_directory);
     if (error)
-        throw HostError("cannot make the directory '" + path_ + "': " + error.message());
+        failPath("cannot make the directory", path_, error.message());
 }
 
 bool HostFile::rm() const {
@@ -107,7 +107,7 @@ HostFwdIter<HostFile>* HostFile::createFileIter() const {
         if (fs::is_regular_file(at->symlink_status(error)) && !error)
             paths.push_back(at->path().string());
     if (error)
-        throw HostError("cannot read the directory '" + path_ + "': " + error.message());
+        failPath("cannot read the directory", path_, error.message());
     std::sort(paths.begin(), paths.end());
     return new FileIter(std::move(paths));
 }
@@ -143,9 +143,11 @@ std::string HostFile::getDirSeparator() {
 
 void HostFile::ensureWritableDirectory(const std::string& directory) {
     if (!exists(directory))
-        throw HostError("the directory '" + directory + "' does not exist");
+        throw HostError("the directory '" + directory + "' does not exist", HostFault{directory, "", 0, 0, "does not exist"});
     if (!isDir(directory))
-        throw HostError("'" + directory + "' is not a directory");
-    if (access(directory.c_str(), W_OK | X_OK) != 0)
-        throw HostError("the directory '" + directory + "' cannot be written to: " + std::strerror(errno));
+        throw HostError("'" + directory + "' is not a directory", HostFault{directory, "", 0, 0, "is not a directory"});
+    if (access(directory.c_str(), W_OK | X_OK) != 0) {
+        const std::string cause = std::string("cannot be written to: ") + std::strerror(errno);
+        throw HostError("the directory '" + directory + "' " + cause, HostFault{directory, "", 0, 0, cause});
+    }
 }

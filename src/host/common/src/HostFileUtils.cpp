@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HostFileUtils.h"
 
-#include "HostErrors.h"
+#include "HostDescriptor.h"
+#include "HostFail.h"
+#include "HostFileLock.h"
 #include "HostReplacement.h"
 
 #include <algorithm>
@@ -21,19 +23,58 @@ void stripTrailingSeparators(std::string& path) {
         path.pop_back();
 }
 
-class Descriptor {
+[[noreturn]] void fail(const std::string& path, const std::string& cause) {
+    failPath("cannot read the file", path, cause);
+}
+
+/// A regular file that is open for reading.
+class Input {
 public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    ~Descriptor() {
-        if (fd_ >= 0)
-            close(fd_);
+    explicit Input(const std::string& path) : path_(path) {
+        if (path.empty() || path.find('\0') != std::string::npos)
+            fail(path, "not a file name");
+        // Not blocking, so that a pipe that nobody writes to is no trap; what was opened is judged, not what stands there.
+        file_ = HostDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+        struct stat info {};
+        const int cause = !file_ || fstat(file_.get(), &info) != 0 ? errno : S_ISDIR(info.st_mode) ? EISDIR : 0;
+        if (cause == 0 && S_ISREG(info.st_mode)) {
+            size_ = static_cast<unsigned long long>(info.st_size);
+            return;
+        }
+        fail(path, cause != 0 ? std::strerror(cause) : "not a regular file");
     }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int get() const { return fd_; }
+
+    /// When it was opened.
+    unsigned long long getSize() const { return size_; }
+
+    /// The first bytes, at most so many.
+    std::string read(std::size_t most) {
+        // One byte more than announced, so that the end is seen in the first round.
+        std::string text(static_cast<std::size_t>(std::min<unsigned long long>(size_ + 1, most)), '\0');
+        std::size_t size = 0;
+        while (const std::size_t got = readSome(text.data() + size, text.size() - size)) {
+            size += got;
+            if (size == text.size())
+                text.resize(std::min(size * 2 + 4096, most));
+        }
+        text.resize(size);
+        return text;
+    }
 
 private:
-    int fd_;
+    std::size_t readSome(char* buffer, std::size_t count) {
+        for (;;) {
+            const ssize_t got = ::read(file_.get(), buffer, count);
+            if (got >= 0)
+                return static_cast<std::size_t>(got);
+            if (errno != EINTR)
+                fail(path_, std::strerror(errno));
+        }
+    }
+
+    const std::string& path_;
+    HostDescriptor file_;
+    unsigned long long size_ = 0;
 };
 
 } // namespace
@@ -57,39 +98,32 @@ void HostFileUtils::makeAbsolutePath(std::string& path) {
 }
 
 std::string HostFileUtils::readFile(const std::string& path, unsigned long long limit) {
-    const auto fail = [&path](const std::string& cause) { throw HostError("cannot read the file '" + path + "': " + cause); };
-    if (path.empty() || path.find('\0') != std::string::npos)
-        fail("not a file name");
-    // Not blocking, so that a pipe that nobody writes to is no trap.
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat info {};
-    if (file.get() < 0 || fstat(file.get(), &info) != 0)
-        fail(std::strerror(errno));
-    if (!S_ISREG(info.st_mode))
-        fail(S_ISDIR(info.st_mode) ? std::strerror(EISDIR) : "not a regular file");
-    const std::string tooLarge = "larger than the limit of " + std::to_string(limit) + " bytes";
-    if (static_cast<unsigned long long>(info.st_size) > limit)
-        fail(tooLarge);
-
-    // One byte more than announced, so that the end is seen in the first round.
-    std::string text(static_cast<std::size_t>(info.st_size) + 1, '\0');
-    std::size_t size = 0;
-    for (;;) {
-        if (size == text.size())
-            text.resize(size * 2 + 4096);
-        const ssize_t got = read(file.get(), text.data() + size, text.size() - size);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            fail(std::strerror(errno));
-        if (got == 0)
-            break;
-        size += static_cast<std::size_t>(got);
+    Input file(path);
+    const auto check = [&](unsigned long long size) {
         if (size > limit)
-            fail(tooLarge);
-    }
-    text.resize(size);
+            fail(path, "larger than the limit of " + std::to_string(limit) + " bytes");
+    };
+    check(file.getSize());
+    std::string text = file.read(static_cast<std::size_t>(std::max(limit, limit + 1)));
+    check(text.size());
     return text;
+}
+
+std::string HostFileUtils::readStart(const std::string& path, std::size_t count) {
+    return Input(path).read(count);
+}
+
+bool HostFileUtils::isReadable(const std::string& path) {
+    try {
+        const Input file(path);
+        return true;
+    } catch (const HostError&) {
+        return false;
+    }
+}
+
+void HostFileUtils::setLockTimeLimit(std::chrono::milliseconds limit) {
+    HostFileLock::setTimeLimit(limit);
 }
 
 void HostFileUtils::writeFileAtomically(const std::string& path, const std::string& bytes) {

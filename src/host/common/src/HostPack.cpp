@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
-#include "HostErrors.h"
+#include "HostFail.h"
 #include "HostFile.h"
 #include "HostZip.h"
 #include "HostZipUpdate.h"
+#include "ZipFault.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -27,11 +28,11 @@ std::vector<std::string> listFiles(const std::string& directory, const std::stri
         if (fs::is_directory(status) || path == archive)
             continue;
         if (!fs::is_regular_file(status))
-            throw HostError(path + ": cannot be packed: is a link or a special file");
+            failArchive(path, "cannot be packed: is a link or a special file");
         names.push_back(path.substr(root.string().size() + (root == root.root_path() ? 0 : 1)));
     }
     if (error)
-        throw HostError("cannot read the directory '" + directory + "': " + error.message());
+        failPath("cannot read the directory", directory, error.message());
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -40,7 +41,7 @@ std::vector<std::string> listFiles(const std::string& directory, const std::stri
 
 void HostZip::packDirectory(const std::string& directory, const std::string& archive) {
     if (!HostFile::isDir(directory))
-        throw HostError("cannot pack '" + directory + "': not a directory");
+        failPath("cannot pack", directory, "not a directory");
     const std::vector<std::string> names = listFiles(directory, HostFile::getCanonicalName(archive));
     HostZipUpdate update = HostZipUpdate::create(archive);
     for (const std::string& name : names)

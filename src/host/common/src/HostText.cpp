@@ -53,12 +53,12 @@ std::string HostText::makePrintable(std::string_view text) {
     return shown;
 }
 
-bool HostText::isUtf8(std::string_view text) {
+std::size_t HostText::findNoUtf8(std::string_view text) {
     std::uint32_t character = 0;
     for (std::size_t at = 0, size = 0; at < text.size(); at += size)
         if ((size = readCharacter(text.substr(at), character)) == 0)
-            return false;
-    return true;
+            return at;
+    return text.npos;
 }
 
 std::string HostText::toUtf8(std::string_view text) {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
-#include "HostErrors.h"
+#include "HostDescriptor.h"
+#include "HostFail.h"
 #include "HostFile.h"
 #include "HostZip.h"
 #include "HostZipArchive.h"
-#include "HostZipMember.h"
-#include "HostZipSession.h"
+#include "ZipName.h"
 
 #include <cerrno>
 #include <cstring>
@@ -20,29 +20,6 @@ namespace {
 
 constexpr int kOverwrite = 1;
 
-class Descriptor {
-public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    Descriptor(Descriptor&& other) noexcept : fd_(other.release()) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(fd_, other.fd_);
-        return *this;
-    }
-    ~Descriptor() {
-        if (fd_ >= 0)
-            close(fd_);
-    }
-    int get() const { return fd_; }
-    int release() {
-        const int fd = fd_;
-        fd_ = -1;
-        return fd;
-    }
-
-private:
-    int fd_;
-};
-
 std::vector<std::string> split(const std::string& name) {
     std::vector<std::string> parts;
     for (std::size_t begin = 0; begin < name.size();) {
@@ -53,30 +30,8 @@ std::vector<std::string> split(const std::string& name) {
     return parts;
 }
 
-/// Why the member's name must not become a path; "" for a sound one.
-std::string getNameFault(const std::string& name) {
-    if (name.starts_with('/'))
-        return "has an absolute name";
-    for (const char c : name) {
-        if (c == '\\')
-            return "has a backslash in its name";
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
-            return "has a control character in its name";
-    }
-    const std::vector<std::string> parts = split(name);
-    if (parts.empty())
-        return "has no name";
-    if (parts.size() > HostZip::kMaxNameParts)
-        return "has more than " + std::to_string(HostZip::kMaxNameParts) + " parts in its name";
-    if (parts[0].size() >= 2 && parts[0][1] == ':')
-        return "has a drive letter in its name";
-    for (const std::string& part : parts)
-        if (part.empty() || part == "." || part == "..")
-            return "has the part '" + part + "' in its name";
-    return "";
-}
-
 struct Item {
+    std::size_t index;
     std::string name;
     std::vector<std::string> parts;
     bool isDirectory;
@@ -92,13 +47,13 @@ std::vector<Item> collect(const HostZipArchive& archive, const std::string& entr
 
     std::vector<Item> items;
     std::set<std::string> names;
-    std::uint64_t compressed = 0;
+    std::uint64_t compressed = 0, total = 0;
     for (std::size_t index = 0; index < archive.getMembers().size(); ++index) {
         const ZipMember& member = archive.getMembers()[index];
         const std::string& name = archive.getName(index);
         if (!name.starts_with(below) || !names.insert(name).second)
             continue;
-        if (const std::string fault = getNameFault(name); !fault.empty())
+        if (const std::string fault = getZipPathFault(name); !fault.empty())
             archive.fail(name, fault);
 
         constexpr unsigned unixSystem = 3;
@@ -108,14 +63,18 @@ std::vector<Item> collect(const HostZipArchive& archive, const std::string& entr
 
         const bool isDirectory = name.ends_with('/');
         if (!isDirectory) {
-            if (const std::string refusal = archive.getRefusal(index, HostZip::kMaxUnpackedSize); !refusal.empty())
+            if (const std::string refusal = ZipMemberReader::getRefusal(archive.getSource(), member, name, HostZip::kMaxUnpackedSize);
+                !refusal.empty())
                 archive.fail(name, refusal);
             // Members that share their bytes make a small archive of any size.
             compressed += member.compressedSize;
             if (compressed > static_cast<std::uint64_t>(archive.getIdentity().size))
                 archive.fail(name, "the members announce more compressed bytes than the archive holds");
+            total += member.size;
+            if (total > HostZip::kMaxTotalSize)
+                archive.fail(name, "the members announce more than " + std::to_string(HostZip::kMaxTotalSize) + " bytes together");
         }
-        items.push_back({name, split(name), isDirectory, (mode & S_IXUSR) != 0});
+        items.push_back({index, name, split(name), isDirectory, (mode & S_IXUSR) != 0});
     }
     return items;
 }
@@ -125,12 +84,12 @@ public:
     Unpacker(const HostZipArchive& archive, const std::string& directory, bool overwrites)
         : archive_(archive), root_(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)), overwrites_(overwrites) {
         if (root_.get() < 0)
-            throw HostError("cannot open the directory '" + directory + "': " + std::strerror(errno));
+            failPath("cannot open the directory", directory, std::strerror(errno));
     }
 
     void unpack(const Item& item) {
         const std::size_t directories = item.parts.size() - (item.isDirectory ? 0 : 1);
-        Descriptor parent(dup(root_.get()));
+        HostDescriptor parent(dup(root_.get()));
         for (std::size_t i = 0; i < directories; ++i)
             parent = enter(parent, item, item.parts[i]);
         if (!item.isDirectory)
@@ -139,16 +98,16 @@ public:
 
 private:
     /// No link is followed, also none that stood below the target before.
-    Descriptor enter(const Descriptor& parent, const Item& item, const std::string& name) {
+    HostDescriptor enter(const HostDescriptor& parent, const Item& item, const std::string& name) {
         if (mkdirat(parent.get(), name.c_str(), 0777) != 0 && errno != EEXIST)
             fail(item);
-        Descriptor child(openat(parent.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        HostDescriptor child(openat(parent.get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
         if (child.get() < 0)
             fail(item);
         return child;
     }
 
-    void unpackFile(const Descriptor& parent, const Item& item) {
+    void unpackFile(const HostDescriptor& parent, const Item& item) {
         const char* name = item.parts.back().c_str();
         struct stat present {};
         if (fstatat(parent.get(), name, &present, AT_SYMLINK_NOFOLLOW) == 0) {
@@ -157,7 +116,7 @@ private:
             if (unlinkat(parent.get(), name, 0) != 0)
                 fail(item);
         }
-        const Descriptor file(
+        const HostDescriptor file(
             openat(parent.get(), name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, item.isExecutable ? 0777 : 0666));
         if (file.get() < 0)
             fail(item);
@@ -169,30 +128,27 @@ private:
         }
     }
 
-    void copy(const Descriptor& file, const Item& item) {
-        HostZipMember member(archive_.getPath(), item.name, HostZip::kMaxUnpackedSize);
-        std::vector<char> buffer(std::min<std::uint64_t>(member.getSize() + 1, 256 << 10));
-        while (const std::size_t got = member.read(buffer.data(), buffer.size())) {
-            for (std::size_t done = 0; done < got;) {
-                const ssize_t written = write(file.get(), buffer.data() + done, got - done);
+    void copy(const HostDescriptor& file, const Item& item) {
+        archive_.openMember(item.index, HostZip::kMaxUnpackedSize).forEachPiece([&](const char* data, std::size_t size) {
+            for (std::size_t done = 0; done < size;) {
+                const ssize_t written = write(file.get(), data + done, size - done);
                 if (written < 0 && errno != EINTR)
                     fail(item);
                 done += written > 0 ? static_cast<std::size_t>(written) : 0;
             }
-        }
+        });
     }
 
     [[noreturn]] void fail(const Item& item) const { archive_.fail(item.name, std::string("cannot be unpacked: ") + std::strerror(errno)); }
 
     const HostZipArchive& archive_;
-    Descriptor root_;
+    HostDescriptor root_;
     bool overwrites_;
 };
 
 } // namespace
 
 bool HostZip::uncompressDir(const std::string& archive, const std::string& entry, const std::string& directory, int flags) {
-    const HostZipSession session(archive);
     const auto open = HostZipArchive::open(archive);
     const std::vector<Item> items = collect(*open, entry);
     if (items.empty())

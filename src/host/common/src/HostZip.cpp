@@ -6,6 +6,8 @@
 #include "HostReplacement.h"
 #include "HostZipArchive.h"
 #include "HostZipMember.h"
+#include "ZipFault.h"
+#include "ZipName.h"
 
 bool HostZip::containsFile(const std::string& archive, const std::string& entry) {
     try {
@@ -15,12 +17,14 @@ bool HostZip::containsFile(const std::string& archive, const std::string& entry)
     }
 }
 
-std::string HostZip::readMember(const std::string& archive, const std::string& entry) {
-    return HostZipMember(archive, entry, kMaxMemberSize).readAll();
+std::string HostZip::readMember(const std::string& archive, const std::string& entry, std::uint64_t maxSize) {
+    return HostZipMember(archive, entry, maxSize).readAll();
 }
 
 void HostZip::extractMember(const std::string& archive, const std::string& entry, const std::string& file) {
     HostZipMember member(archive, entry, kMaxUnpackedSize);
+    if (const std::string fault = getZipPathFault(entry); !fault.empty())
+        failMember(archive, entry, fault);
     HostReplacement replacement(file);
     std::vector<char> buffer(256 << 10);
     while (const std::size_t got = member.read(buffer.data(), buffer.size()))
@@ -44,8 +48,7 @@ std::vector<HostZipEntry> HostZip::getEntries(const std::string& archive) {
     for (std::size_t i = 0; i < open->getMembers().size(); ++i) {
         const ZipMember& member = open->getMembers()[i];
         const std::string& name = open->getName(i);
-        entries.push_back(
-            {name, member.size, member.compressedSize, member.crc32, name.ends_with('/'), HostZipArchive::isEncrypted(member)});
+        entries.push_back({name, member.size, member.compressedSize, member.crc32, name.ends_with('/'), member.isEncrypted()});
     }
     return entries;
 }

@@ -4,6 +4,7 @@
 
 #include "ZipDirectory.h"
 #include "ZipFile.h"
+#include "ZipMemberReader.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -32,8 +33,11 @@ public:
     /// The open archive of a session of this thread on the same file, else a newly opened one. Raises HostError.
     static std::shared_ptr<HostZipArchive> open(const std::string& path);
 
+    /// How much of the directory is checked: see ZipDirectory.
+    enum Check { Members, Everything };
+
     /// Opened anew, whatever sessions there are.
-    static std::shared_ptr<HostZipArchive> openFresh(const std::string& path);
+    static std::shared_ptr<HostZipArchive> openFresh(const std::string& path, Check check = Members);
 
     HostZipArchive(const HostZipArchive&) = delete;
     HostZipArchive& operator=(const HostZipArchive&) = delete;
@@ -42,29 +46,30 @@ public:
     const HostFileIdentity& getIdentity() const { return identity_; }
     int getDescriptor() const { return file_.get(); }
 
+    const ZipDirectory& getDirectory() const { return directory_; }
     /// In the order of the directory.
-    const std::vector<ZipMember>& getMembers() const { return members_; }
+    const std::vector<ZipMember>& getMembers() const { return directory_.members; }
     /// In UTF-8.
     const std::string& getName(std::size_t index) const { return names_[index]; }
 
     /// Of members with one name the first.
     std::optional<std::size_t> find(const std::string& entry) const;
 
-    static bool isEncrypted(const ZipMember& member) { return (member.flags & 1) != 0; }
+    ZipMemberReader::Source getSource() const { return {file_.get(), static_cast<std::uint64_t>(identity_.size), path_}; }
 
-    /// Why the member must not be read, in a few words; "" for a sound one.
-    std::string getRefusal(std::size_t index, std::uint64_t maxSize) const;
+    /// To be read while this archive lives.
+    ZipMemberReader openMember(std::size_t index, std::uint64_t maxSize) const;
 
     /// HostError "<archive>: <member>: <cause>".
     [[noreturn]] void fail(const std::string& entry, const std::string& cause) const;
 
 private:
-    HostZipArchive(const std::string& path, ZipFile file, const HostFileIdentity& identity);
+    HostZipArchive(const std::string& path, ZipFile file, const HostFileIdentity& identity, Check check);
 
     std::string path_;
     ZipFile file_;
     HostFileIdentity identity_;
-    std::vector<ZipMember> members_;
+    ZipDirectory directory_;
     std::vector<std::string> names_;
     std::vector<std::uint32_t> sorted_; // indices, in the order of names
 };

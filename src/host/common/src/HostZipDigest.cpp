@@ -4,10 +4,9 @@
 
 #include "HostErrors.h"
 #include "HostZip.h"
-#include "HostZipMember.h"
-#include "HostZipSession.h"
+#include "HostZipArchive.h"
 #include "HostZipUpdate.h"
-#include "ZipFile.h"
+#include "ZipFault.h"
 #include "ZipRecord.h"
 
 #include <algorithm>
@@ -19,12 +18,6 @@ using namespace zip_digest;
 constexpr std::size_t kFieldSize = 1 + 8 + 4 + std::tuple_size_v<Hash>;
 // The longest 64-bit field, which goes beside ours.
 constexpr std::size_t kWideFieldSize = 4 + 24;
-constexpr std::size_t kBufferSize = 256 << 10;
-
-void check(int ok) {
-    if (!ok)
-        throw HostError("the digest SHA-256 is not available");
-}
 
 std::string toHex(const Hash& hash) {
     std::string text;
@@ -43,25 +36,29 @@ std::string headOf(const std::string& name, std::uint64_t size) {
     return head;
 }
 
+/// By name, each one once; no more content than a call may read.
 template <class Item>
-void sortByName(std::vector<Item>& items) {
+void sortAndCheck(const std::string& archive, std::vector<Item>& items) {
     std::sort(items.begin(), items.end(), [](const Item& a, const Item& b) { return a.name < b.name; });
     // Names in different encodings may become one; the second member would go unseen.
     const auto twin = std::adjacent_find(items.begin(), items.end(), [](const Item& a, const Item& b) { return a.name == b.name; });
     if (twin != items.end())
-        throw HostError(twin->name + ": there are two of this name");
-    for (const Item& item : items)
+        failMember(archive, twin->name, "there are two of this name");
+    std::uint64_t total = 0;
+    for (const Item& item : items) {
         if (item.name.ends_with('/') && item.size != 0)
-            throw HostError(item.name + ": a folder with content");
+            failMember(archive, item.name, "a folder with content");
+        if (item.size > HostZip::kMaxTotalSize - total)
+            failArchive(archive, "more than " + std::to_string(HostZip::kMaxTotalSize) + " bytes of content");
+        total += item.size;
+    }
 }
 
-void addContent(Sha256& digest, const std::string& archive, const std::string& name) {
-    if (name.ends_with('/'))
-        return;
-    HostZipMember member(archive, name, HostZip::kMaxUnpackedSize);
-    std::vector<char> buffer(std::min<std::uint64_t>(member.getSize() + 1, kBufferSize));
-    while (const std::size_t got = member.read(buffer.data(), buffer.size()))
-        digest.add(buffer.data(), got);
+void addContent(Sha256& digest, const ZipMemberReader::Source& archive, const ZipMember& member, const std::string& name) {
+    if (!name.ends_with('/'))
+        ZipMemberReader(archive, member, name, HostZip::kMaxUnpackedSize).forEachPiece([&](const char* data, std::size_t size) {
+            digest.add(data, size);
+        });
 }
 
 /// The revision whose stamp ends the comment there; 0 for none.
@@ -69,25 +66,7 @@ int findRevision(const std::string& label) {
     return label == kLabel1 ? 1 : label == kLabel2 ? 2 : 0;
 }
 
-ZipDirectory readDirectory(const std::string& archive) {
-    return ZipDirectory::read(ZipFile::openArchive(archive).get(), archive);
-}
-
 } // namespace
-
-zip_digest::Sha256::Sha256() : context_(EVP_MD_CTX_new(), EVP_MD_CTX_free) {
-    check(context_ && EVP_DigestInit_ex(context_.get(), EVP_sha256(), nullptr));
-}
-
-void zip_digest::Sha256::add(const char* data, std::size_t size) {
-    check(EVP_DigestUpdate(context_.get(), data, size));
-}
-
-zip_digest::Hash zip_digest::Sha256::finish() {
-    Hash hash;
-    check(EVP_DigestFinal_ex(context_.get(), hash.data(), nullptr));
-    return hash;
-}
 
 zip_digest::Comment zip_digest::split(const std::string& comment) {
     static_assert(sizeof kLabel1 == sizeof kLabel2);
@@ -159,8 +138,8 @@ void zip_digest::dropHash(ZipMember& member) {
     member.extra = std::move(kept);
 }
 
-std::string zip_digest::compute(std::vector<Entry> table) {
-    sortByName(table);
+std::string zip_digest::compute(const std::string& archive, std::vector<Entry> table) {
+    sortAndCheck(archive, table);
     Sha256 digest;
     for (const Entry& entry : table) {
         digest.add(headOf(entry.name, entry.size));
@@ -169,28 +148,29 @@ std::string zip_digest::compute(std::vector<Entry> table) {
     return toHex(digest.finish());
 }
 
-zip_digest::Hash zip_digest::hashMember(const std::string& archive, const std::string& name) {
+zip_digest::Hash zip_digest::hashMember(const ZipMemberReader::Source& archive, const ZipMember& member, const std::string& name) {
     Sha256 digest;
-    addContent(digest, archive, name);
+    addContent(digest, archive, member, name);
     return digest.finish();
 }
 
-std::string zip_digest::compute(const std::string& archive, int revision) {
-    readDirectory(archive);
-    const HostZipSession session(archive);
-    std::vector<HostZipEntry> entries = HostZip::getEntries(archive);
-    try {
-        sortByName(entries);
-    } catch (const HostError& error) {
-        throw HostError(archive + ": " + error.what());
-    }
+std::string zip_digest::compute(const HostZipArchive& archive, int revision) {
+    struct Item {
+        std::string name;
+        std::uint64_t size;
+        const ZipMember* member;
+    };
+    std::vector<Item> items;
+    for (std::size_t i = 0; i < archive.getMembers().size(); ++i)
+        items.push_back({archive.getName(i), archive.getMembers()[i].size, &archive.getMembers()[i]});
+    sortAndCheck(archive.getPath(), items);
     Sha256 whole;
-    for (const HostZipEntry& entry : entries) {
-        whole.add(headOf(entry.name, entry.size));
+    for (const Item& item : items) {
+        whole.add(headOf(item.name, item.size));
         if (revision == 1) {
-            addContent(whole, archive, entry.name);
+            addContent(whole, archive.getSource(), *item.member, item.name);
         } else {
-            const Hash hash = hashMember(archive, entry.name);
+            const Hash hash = hashMember(archive.getSource(), *item.member, item.name);
             whole.add(reinterpret_cast<const char*>(hash.data()), hash.size());
         }
     }
@@ -204,10 +184,17 @@ void HostZip::attachDigestEn(const std::string& archive) {
 }
 
 std::string HostZip::getDigest(const std::string& archive) {
-    return split(readDirectory(archive).comment).digest;
+    return split(HostZipArchive::openFresh(archive, HostZipArchive::Everything)->getDirectory().comment).digest;
+}
+
+HostZip::DigestState HostZip::checkDigest(const std::string& archive) {
+    const auto open = HostZipArchive::openFresh(archive, HostZipArchive::Everything);
+    const Comment stamp = split(open->getDirectory().comment);
+    if (stamp.revision == 0)
+        return NoDigest;
+    return stamp.digest == compute(*open, stamp.revision) ? DigestMatches : DigestDiffers;
 }
 
 bool HostZip::verifyDigest(const std::string& archive) {
-    const Comment stamp = split(readDirectory(archive).comment);
-    return stamp.revision != 0 && stamp.digest == compute(archive, stamp.revision);
+    return checkDigest(archive) == DigestMatches;
 }

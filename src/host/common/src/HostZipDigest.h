@@ -3,16 +3,18 @@
 #pragma once
 
 #include "ZipDirectory.h"
+#include "ZipMemberReader.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include <openssl/evp.h>
+#include <nettle/sha2.h>
+
+class HostZipArchive;
 
 /// The digest of an archive, its place at the end of the archive's comment, and the table behind it; see docs/archive.md.
 namespace zip_digest {
@@ -28,17 +30,21 @@ inline constexpr std::uint8_t kFieldRevision = 1;
 
 using Hash = std::array<unsigned char, 32>;
 
-/// SHA-256. Operations raise HostError.
+/// SHA-256. Nothing fails: no memory is taken.
 class Sha256 {
 public:
-    Sha256();
-    void add(const char* data, std::size_t size);
+    Sha256() { nettle_sha256_init(&context_); }
+    void add(const char* data, std::size_t size) { nettle_sha256_update(&context_, size, reinterpret_cast<const std::uint8_t*>(data)); }
     void add(const std::string& bytes) { add(bytes.data(), bytes.size()); }
     /// Only once, and last.
-    Hash finish();
+    Hash finish() {
+        Hash hash;
+        nettle_sha256_digest(&context_, hash.size(), hash.data());
+        return hash;
+    }
 
 private:
-    std::unique_ptr<EVP_MD_CTX, void (*)(EVP_MD_CTX*)> context_;
+    sha256_ctx context_;
 };
 
 struct Comment {
@@ -63,13 +69,14 @@ struct Entry {
     std::uint64_t size;
     Hash hash;
 };
-/// The digest of the table, in any order. Raises HostError for two of one name, and for a folder with content.
-std::string compute(std::vector<Entry> table);
+/// The digest of the table of an archive, in any order. Raises HostError for two of one name, a folder with content and more than
+/// HostZip::kMaxTotalSize bytes.
+std::string compute(const std::string& archive, std::vector<Entry> table);
 
 /// Of the member as it is read from the archive; that of nothing for a folder.
-Hash hashMember(const std::string& archive, const std::string& name);
+Hash hashMember(const ZipMemberReader::Source& archive, const ZipMember& member, const std::string& name);
 
 /// Reads all members. Raises HostError.
-std::string compute(const std::string& archive, int revision);
+std::string compute(const HostZipArchive& archive, int revision);
 
 } // namespace zip_digest

@@ -4,51 +4,55 @@
 
 #include "HostZipArchive.h"
 
-#include <vector>
+/// Chained, since a list of the thread's own would have to be destroyed with the thread, which takes memory to tell the system.
+struct HostZipSession::Open : std::enable_shared_from_this<Open> {
+    static thread_local Open* first;
 
-struct HostZipSession::Open {
-    std::string path;
-    std::shared_ptr<HostZipArchive> archive; // opened by the first read
+    const std::string path;
+    std::shared_ptr<HostZipArchive> archive = {}; // opened by the first read
+    Open* next = first;
 
-    static std::vector<std::weak_ptr<Open>>& ofThread() {
-        thread_local std::vector<std::weak_ptr<Open>> sessions;
-        std::erase_if(sessions, [](const std::weak_ptr<Open>& session) { return session.expired(); });
-        return sessions;
+    explicit Open(const std::string& name) : path(name) { first = this; }
+    ~Open() {
+        Open** link = &first;
+        while (*link && *link != this)
+            link = &(*link)->next;
+        if (*link)
+            *link = next;
     }
 
     /// The session that reads of the path belong to: one that has the same file open, else one of the same path.
-    static std::shared_ptr<Open> find(const std::string& path, const HostFileIdentity& identity) {
-        std::shared_ptr<Open> samePath;
-        for (const std::weak_ptr<Open>& entry : ofThread()) {
-            std::shared_ptr<Open> session = entry.lock();
-            if (session->archive && session->archive->getIdentity() == identity)
-                return session;
-            if (session->path == path)
-                samePath = std::move(session);
+    static Open* find(const std::string& path, const HostFileIdentity& identity) {
+        Open* samePath = nullptr;
+        for (Open* open = first; open; open = open->next) {
+            if (open->archive && open->archive->getIdentity() == identity)
+                return open;
+            if (open->path == path)
+                samePath = open;
         }
         return samePath;
     }
 };
 
+thread_local HostZipSession::Open* HostZipSession::Open::first = nullptr;
+
 HostZipSession::HostZipSession(const std::string& archive) {
-    for (const std::weak_ptr<Open>& entry : Open::ofThread())
-        if (auto session = entry.lock(); session->path == archive) {
-            open_ = std::move(session);
+    for (Open* open = Open::first; open; open = open->next)
+        if (open->path == archive) {
+            open_ = open->shared_from_this();
             return;
         }
-    open_ = std::make_shared<Open>();
-    open_->path = archive;
-    Open::ofThread().push_back(open_);
+    open_ = std::make_shared<Open>(archive);
 }
 
 HostZipSession::~HostZipSession() = default;
 
 std::shared_ptr<HostZipArchive> HostZipSession::openShared_(const std::string& path) {
     struct stat info {};
-    if (Open::ofThread().empty() || stat(path.c_str(), &info) != 0)
+    if (!Open::first || stat(path.c_str(), &info) != 0)
         return HostZipArchive::openFresh(path);
     const HostFileIdentity identity = HostFileIdentity::of(info);
-    const std::shared_ptr<Open> session = Open::find(path, identity);
+    Open* const session = Open::find(path, identity);
     if (!session)
         return HostZipArchive::openFresh(path);
     // A file replaced since is opened anew; members still being read keep the old one.

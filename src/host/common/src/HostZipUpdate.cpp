@@ -4,12 +4,12 @@
 
 #include "HostErrors.h"
 #include "HostReplacement.h"
-#include "HostText.h"
+#include "HostZip.h"
 #include "HostZipArchive.h"
 #include "HostZipDigest.h"
-#include "HostZipSession.h"
 #include "ZipDeflate.h"
 #include "ZipDirectory.h"
+#include "ZipFault.h"
 #include "ZipFile.h"
 #include "ZipName.h"
 
@@ -23,7 +23,6 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-#include <zip.h>
 
 namespace {
 
@@ -65,34 +64,51 @@ struct HostZipUpdate::State {
         zip_digest::Sha256 hash;
     };
 
-    explicit State(const std::string& path) : State(path, ZipFile::openArchive(path)) {}
+    /// The old archive, unless a new one is made, is read when nobody else can change it any more.
+    State(const std::string& path, bool isNew)
+        : archive(path), replacement(std::in_place, path),
+          old(isNew ? nullptr : HostZipArchive::openFresh(path, HostZipArchive::Everything)),
+          file(ZipFile::openTemporary(replacement->getTemporaryPath(), path)) {
+        if (old)
+            takeOver(old->getDirectory());
+    }
 
-    /// Without an old archive a new one is made.
-    State(const std::string& path, std::optional<ZipFile> oldFile)
-        : archive(path), old(std::move(oldFile)), identity(old ? identify(*old) : HostFileIdentity()),
-          directory(old ? ZipDirectory::read(old->get(), path) : ZipDirectory()), replacement(path),
-          file(ZipFile::openTemporary(replacement.getTemporaryPath(), path)) {
-        hasSoundTable = isTableSound();
+    static std::unique_ptr<State> open(const std::string& path) {
+        // What is no file is told before a file is made beside it.
+        ZipFile::openArchive(path);
+        return std::make_unique<State>(path, false);
+    }
+
+    void takeOver(const ZipDirectory& directory) {
+        comment = directory.comment;
+        position = directory.start;
+        hasSoundTable = isTableSound(directory);
         slots.reserve(directory.members.size());
-        for (ZipMember& member : directory.members) {
-            byName.emplace(getZipName(member), slots.size());
-            slots.push_back({std::move(member)});
+        for (const ZipMember& member : directory.members) {
+            byName.emplace(old->getName(slots.size()), slots.size());
+            slots.push_back({member});
         }
-        directory.members.clear();
     }
 
-    [[noreturn]] void fail(const std::string& entry, const std::string& cause) const {
-        throw HostError(archive + ": " + HostText::makePrintable(entry) + ": " + cause);
-    }
+    [[noreturn]] void fail(const std::string& entry, const std::string& cause) const { failMember(archive, entry, cause); }
 
-    /// Until the change has succeeded no other one is let in.
+    /// A change that fails is the last one: others may have the archive then.
     template <class Change>
     void change(const Change& change) {
-        if (std::exchange(isBroken, true))
-            throw HostError(archive + ": an earlier change of it failed");
-        change();
-        isBroken = false;
+        if (isBroken)
+            failArchive(archive, "an earlier change of it failed");
+        try {
+            change();
+        } catch (...) {
+            giveUp();
+            throw;
+        }
         isChanged = true;
+    }
+
+    void giveUp() {
+        isBroken = true;
+        replacement.reset();
     }
 
     void begin(const std::string& entry, std::uint64_t announced) {
@@ -109,7 +125,7 @@ struct HostZipUpdate::State {
         member.needed = kNeeded;
         if (std::any_of(entry.begin(), entry.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
             member.flags = kUtf8Name;
-        member.method = ZIP_CM_DEFLATE;
+        member.method = ZipMember::kDeflated;
         member.time = kDosTime;
         member.date = kDosDate;
         member.externalAttributes = static_cast<std::uint32_t>(S_IFREG | 0644) << 16;
@@ -148,7 +164,7 @@ struct HostZipUpdate::State {
         w.member.size = deflate.getSize();
         w.member.compressedSize = deflate.getCompressedSize();
         if (w.kept.size() == w.member.size && w.member.size <= w.member.compressedSize) {
-            w.member.method = ZIP_CM_STORE;
+            w.member.method = ZipMember::kStored;
             w.member.compressedSize = w.member.size;
             w.out = w.kept;
         }
@@ -186,19 +202,35 @@ struct HostZipUpdate::State {
         end();
     }
 
-    bool remove(const std::string& entry) {
+    Slot* find(const std::string& entry) {
         const auto found = byName.find(entry);
-        if (found == byName.end() || slots[found->second].isGone)
+        return found == byName.end() || slots[found->second].isGone ? nullptr : &slots[found->second];
+    }
+
+    bool remove(const std::string& entry) {
+        Slot* const slot = find(entry);
+        if (!slot)
             return false;
         drop(entry);
-        slots[found->second].isGone = true;
+        slot->isGone = true;
         return true;
+    }
+
+    std::string read(const std::string& entry, std::uint64_t maxSize) {
+        if (isBroken)
+            failArchive(archive, "an earlier change of it failed");
+        const Slot* const slot = find(entry);
+        if (!slot)
+            fail(entry, "no such member");
+        const ZipMemberReader::Source source = slot->isNew ? ZipMemberReader::Source{file.get(), position, archive} : old->getSource();
+        return ZipMemberReader(source, slot->member, entry, maxSize).readAll();
     }
 
     void commit() {
         if (writing)
             fail(writing->member.name, "not ended");
-        directory.comment = zip_digest::split(directory.comment).text;
+        ZipDirectory directory;
+        comment = zip_digest::split(comment).text;
         if (wantsDigest)
             stamp();
         else
@@ -209,22 +241,26 @@ struct HostZipUpdate::State {
             if (!slot.isGone)
                 directory.members.push_back(std::move(slot.member));
         if (directory.members.size() > kMaxMembers)
-            throw HostError(archive + ": more than " + std::to_string(kMaxMembers) + " members");
+            failArchive(archive, "more than " + std::to_string(kMaxMembers) + " members");
+        directory.comment = comment;
+        directory.shift = old ? old->getDirectory().shift : 0;
         const std::string bytes = directory.render(position);
         if (bytes.size() > kMaxDirectorySize)
-            throw HostError(archive + ": its directory is larger than " + std::to_string(kMaxDirectorySize) + " bytes");
+            failArchive(archive, "its directory is larger than " + std::to_string(kMaxDirectorySize) + " bytes");
         file.writeAt(position, bytes);
         file.truncate(position + bytes.size());
         file.close();
-        if (old && !(identify(ZipFile::openArchive(archive)) == identity))
-            throw HostError(archive + ": changed by somebody else meanwhile");
-        replacement.commit();
+        replacement->seal();
+        // Only who knows of no locks could have done it.
+        if (old && !(identify(ZipFile::openArchive(archive)) == old->getIdentity()))
+            failArchive(archive, "changed by somebody else meanwhile");
+        replacement->commit();
     }
 
 private:
     Writing& current() {
         if (!writing)
-            throw HostError(archive + ": no member was begun");
+            failArchive(archive, "no member was begun");
         return *writing;
     }
 
@@ -234,7 +270,10 @@ private:
         w.out.clear();
     }
 
+    /// With what stands in front of the members.
     void copyKept() {
+        if (old)
+            file.copyFrom(old->getDescriptor(), 0, 0, old->getDirectory().start);
         std::vector<ZipMember*> kept;
         for (Slot& slot : slots)
             if (!slot.isNew && !slot.isGone)
@@ -247,13 +286,13 @@ private:
                 end = kept[first]->end;
                 kept[first]->offset += position - start;
             }
-            file.copyFrom(*old, start, position, end - start);
+            file.copyFrom(old->getDescriptor(), start, position, end - start);
             position += end - start;
         }
     }
 
     /// The hashes beside the old members are those that the old stamp speaks of: no content has to be read to know them.
-    bool isTableSound() const {
+    bool isTableSound(const ZipDirectory& directory) const {
         const zip_digest::Comment stamped = zip_digest::split(directory.comment);
         if (stamped.revision != 2)
             return false;
@@ -265,7 +304,7 @@ private:
             table.push_back({getZipName(member), member.size, *hash});
         }
         try {
-            return zip_digest::compute(std::move(table)) == stamped.digest;
+            return zip_digest::compute(archive, std::move(table)) == stamped.digest;
         } catch (const HostError&) {
             return false; // a table that nobody stamps
         }
@@ -273,32 +312,35 @@ private:
 
     /// Content is read only of members that no sound hash is known of.
     void stamp() {
-        const HostZipSession session(archive);
         std::vector<zip_digest::Entry> table;
+        std::uint64_t total = 0;
         for (Slot& slot : slots) {
             if (slot.isGone)
                 continue;
+            if (slot.member.size > HostZip::kMaxTotalSize - total)
+                failArchive(archive, "more than " + std::to_string(HostZip::kMaxTotalSize) + " bytes of content");
+            total += slot.member.size;
             const std::string name = getZipName(slot.member);
             if (!slot.hash && hasSoundTable)
                 slot.hash = zip_digest::getHash(slot.member);
             if (!slot.hash)
-                slot.hash = zip_digest::hashMember(archive, name);
+                slot.hash = zip_digest::hashMember(old->getSource(), slot.member, name);
             zip_digest::setHash(slot.member, *slot.hash);
             table.push_back({name, slot.member.size, *slot.hash});
         }
+        const std::string digest = zip_digest::compute(archive, std::move(table));
         try {
-            directory.comment = zip_digest::join(directory.comment, zip_digest::compute(std::move(table)));
+            comment = zip_digest::join(comment, digest);
         } catch (const HostError& error) {
-            throw HostError(archive + ": " + error.what());
+            failArchive(archive, error.what());
         }
     }
 
 public:
     std::string archive;
-    std::optional<ZipFile> old;
-    HostFileIdentity identity;
-    ZipDirectory directory;
-    HostReplacement replacement;
+    std::optional<HostReplacement> replacement; // until all is done
+    std::shared_ptr<HostZipArchive> old;
+    std::string comment;
     ZipFile file;
     std::vector<Slot> slots;                   // in the order of the directory
     std::map<std::string, std::size_t> byName; // no hash that names could be made to collide in
@@ -311,19 +353,21 @@ public:
     bool isBroken = false;
 };
 
-HostZipUpdate::HostZipUpdate(const std::string& archive) : state_(new State(archive)) {}
+HostZipUpdate::HostZipUpdate(const std::string& archive) : state_(State::open(archive)) {}
 HostZipUpdate::HostZipUpdate(std::unique_ptr<State> state) : state_(std::move(state)) {}
 HostZipUpdate::~HostZipUpdate() = default;
 
 HostZipUpdate HostZipUpdate::create(const std::string& archive) {
-    auto state = std::make_unique<State>(archive, std::nullopt);
+    auto state = std::make_unique<State>(archive, true);
     state->isChanged = true;
     return HostZipUpdate(std::move(state));
 }
 
 std::string HostZipUpdate::getNameFault(const std::string& entry) {
-    if (const char* fault = getZipNameFault(entry))
+    if (std::string fault = getZipPathFault(entry); !fault.empty())
         return fault;
+    if (!HostText::isUtf8(entry))
+        return "its name is no UTF-8";
     return entry.ends_with('/') ? "is the name of a folder" : "";
 }
 
@@ -355,13 +399,28 @@ bool HostZipUpdate::remove(const std::string& entry) {
     return removed;
 }
 
+std::string HostZipUpdate::read(const std::string& entry, std::uint64_t maxSize) const {
+    return state_->read(entry, maxSize);
+}
+
+bool HostZipUpdate::contains(const std::string& entry) const {
+    return state_->find(entry) != nullptr;
+}
+
+std::vector<std::string> HostZipUpdate::getEntryNames() const {
+    std::vector<std::string> names;
+    for (const State::Slot& slot : state_->slots)
+        if (!slot.isGone)
+            names.push_back(getZipName(slot.member));
+    return names;
+}
+
 void HostZipUpdate::attachDigest() {
     state_->change([&] { state_->wantsDigest = true; });
 }
 
 void HostZipUpdate::commit() {
-    if (!state_->isChanged && !state_->isBroken)
-        return;
-    state_->change([&] { state_->commit(); });
-    state_->isBroken = true;
+    if (state_->isChanged || state_->isBroken)
+        state_->change([&] { state_->commit(); });
+    state_->giveUp();
 }

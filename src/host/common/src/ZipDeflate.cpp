@@ -3,9 +3,11 @@
 #include "ZipDeflate.h"
 
 #include "HostErrors.h"
-#include "HostZip.h"
 
 #include <algorithm>
+#include <new>
+
+#include <libdeflate.h>
 
 namespace {
 
@@ -17,7 +19,7 @@ constexpr std::size_t kStep = 64 << 10;
 
 ZipDeflate::ZipDeflate() {
     if (deflateInit2(&stream_, kLevel, Z_DEFLATED, -MAX_WBITS, kMemoryLevel, Z_DEFAULT_STRATEGY) != Z_OK)
-        throw HostError("no memory to compress with");
+        throw std::bad_alloc();
 }
 
 ZipDeflate::~ZipDeflate() {
@@ -34,10 +36,8 @@ void ZipDeflate::add(const char* data, std::size_t size, std::string& out) {
         const std::size_t step = std::min(size, kStep);
         stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data));
         stream_.avail_in = static_cast<uInt>(step);
-        crc_ = crc32(crc_, stream_.next_in, stream_.avail_in);
-        // What inflates too far is refused by readers, and long runs of one byte would: each flush costs five bytes.
-        const bool isTooSmall = getSize() > HostZip::kRatioFloor / 2 && getCompressedSize() * (HostZip::kMaxRatio * 9 / 10) < getSize();
-        run(isTooSmall ? Z_SYNC_FLUSH : Z_NO_FLUSH, out);
+        crc_ = libdeflate_crc32(crc_, data, step);
+        run(Z_NO_FLUSH, out);
         data += step;
         size -= step;
     }

@@ -22,11 +22,11 @@ public:
 
     std::uint64_t getSize() const { return stream_.total_in; }
     std::uint64_t getCompressedSize() const { return stream_.total_out; }
-    std::uint32_t getCrc32() const { return static_cast<std::uint32_t>(crc_); }
+    std::uint32_t getCrc32() const { return crc_; }
 
 private:
     void run(int flush, std::string& out);
 
     z_stream stream_{};
-    unsigned long crc_ = 0;
+    std::uint32_t crc_ = 0;
 };

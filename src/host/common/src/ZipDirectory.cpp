@@ -2,9 +2,8 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "ZipDirectory.h"
 
-#include "HostErrors.h"
-#include "HostText.h"
 #include "HostZipUpdate.h"
+#include "ZipFault.h"
 #include "ZipName.h"
 #include "ZipRecord.h"
 
@@ -47,6 +46,34 @@ struct End {
     std::uint64_t offset;
 };
 
+std::string readAt(int fd, const std::string& archive, std::uint64_t offset, std::size_t size) {
+    std::string bytes(size, '\0');
+    for (std::size_t done = 0; done < size;) {
+        const ssize_t got = pread(fd, bytes.data() + done, size - done, static_cast<off_t>(offset + done));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            failArchive(archive, std::strerror(errno));
+        if (got == 0)
+            failArchive(archive, "the file is cut off");
+        done += static_cast<std::size_t>(got);
+    }
+    return bytes;
+}
+
+void readWideSizes(Reader extra, std::uint64_t& size, std::uint64_t& compressedSize) {
+    while (extra.left() >= 4) {
+        const std::uint16_t id = extra.u16();
+        Reader field(extra.text(std::min<std::size_t>(extra.u16(), extra.left())));
+        if (id != kWideField)
+            continue;
+        for (std::uint64_t* value : {&size, &compressedSize})
+            if (*value == kWide32 && field.left() >= 8)
+                *value = field.u64();
+        return;
+    }
+}
+
 class DirectoryReader {
 public:
     DirectoryReader(int fd, const std::string& archive, bool isStrict) : fd_(fd), archive_(archive), isStrict_(isStrict) {}
@@ -61,35 +88,19 @@ public:
         readMembers(end, directory.members);
         if (isStrict_) {
             checkNames(directory.members);
-            checkExtents(end, directory.members);
+            directory.start = checkExtents(end, directory.members);
         }
+        directory.shift = shift_;
         return directory;
     }
 
 private:
-    [[noreturn]] void fail(const std::string& cause) const { throw HostError(archive_ + ": " + cause); }
-    [[noreturn]] void fail(const ZipMember& member, const std::string& cause) const {
-        fail(HostText::makePrintable(member.name) + ": " + cause);
-    }
+    [[noreturn]] void fail(const std::string& cause) const { failArchive(archive_, cause); }
+    [[noreturn]] void fail(const ZipMember& member, const std::string& cause) const { failMember(archive_, member.name, cause); }
 
-    std::string readAt(std::uint64_t offset, std::size_t size) const {
-        std::string bytes(size, '\0');
-        for (std::size_t done = 0; done < size;) {
-            const ssize_t got = pread(fd_, bytes.data() + done, size - done, static_cast<off_t>(offset + done));
-            if (got < 0 && errno == EINTR)
-                continue;
-            if (got < 0)
-                fail(std::strerror(errno));
-            if (got == 0)
-                fail("the file is cut off");
-            done += static_cast<std::size_t>(got);
-        }
-        return bytes;
-    }
-
-    End readEnd(std::string& comment) const {
+    End readEnd(std::string& comment) {
         const std::size_t tailSize = static_cast<std::size_t>(std::min<std::uint64_t>(fileSize_, kEndSize + kMaxComment));
-        const std::string tail = readAt(fileSize_ - tailSize, tailSize);
+        const std::string tail = readAt(fd_, archive_, fileSize_ - tailSize, tailSize);
         std::size_t found = std::string::npos;
         std::size_t last = std::string::npos;
         for (std::size_t at = 0; at + kEndSize <= tailSize; ++at) {
@@ -131,26 +142,51 @@ private:
             fail("more than " + std::to_string(HostZipUpdate::kMaxMembers) + " members");
         if (end.size > HostZipUpdate::kMaxDirectorySize)
             fail("its directory is larger than " + std::to_string(HostZipUpdate::kMaxDirectorySize) + " bytes");
-        if (end.offset > endOffset || end.size > endOffset - end.offset || (isStrict_ && end.size != endOffset - end.offset))
+        if (end.offset > endOffset || end.size > endOffset - end.offset)
             fail("its directory is not where it is announced");
+        if (const std::uint64_t before = endOffset - end.size; before != end.offset)
+            findShift(end, before);
         return end;
+    }
+
+    /// The directory ends where its end record starts, or where it is announced. In the first case the archive stands behind something
+    /// that its offsets don't count.
+    void findShift(End& end, std::uint64_t before) {
+        const bool isShifted = end.members == 0 ? end.size == 0 : isMemberAt(before);
+        const bool isPlain = end.members > 0 && isMemberAt(end.offset);
+        if (isStrict_ && isShifted && isPlain)
+            fail("it has two directories");
+        if (isShifted) {
+            shift_ = before - end.offset;
+            end.offset = before;
+        } else if (isStrict_ || !isPlain) {
+            fail("its directory is not where it is announced");
+        }
+    }
+
+    bool isMemberAt(std::uint64_t offset) const {
+        return offset + kMemberSize <= fileSize_ && Reader(readAt(fd_, archive_, offset, 4)).u32() == kMemberSignature;
     }
 
     /// False when there is no 64-bit record: the values that asked for one are then meant as they are.
     bool readWideEnd(End& end, std::uint64_t& endOffset) const {
         if (endOffset < kWideLocatorSize + kWideEndSize)
             return false;
-        const std::string locatorBytes = readAt(endOffset - kWideLocatorSize, kWideLocatorSize);
+        const std::string locatorBytes = readAt(fd_, archive_, endOffset - kWideLocatorSize, kWideLocatorSize);
         Reader locator(locatorBytes);
         if (locator.u32() != kWideLocatorSignature)
             return false;
         const std::uint32_t disk = locator.u32();
-        const std::uint64_t offset = locator.u64();
+        std::uint64_t offset = locator.u64();
         if (disk != 0 || locator.u32() > 1)
             fail("it is one of several parts");
         if (offset > endOffset - kWideLocatorSize - kWideEndSize)
             fail("its directory is not where it is announced");
-        const std::string bytes = readAt(offset, kWideEndSize);
+        std::string bytes = readAt(fd_, archive_, offset, kWideEndSize);
+        if (Reader(bytes).u32() != kWideEndSignature) {
+            offset = endOffset - kWideLocatorSize - kWideEndSize;
+            bytes = readAt(fd_, archive_, offset, kWideEndSize);
+        }
         Reader record(bytes);
         if (record.u32() != kWideEndSignature || record.u64() != endOffset - kWideLocatorSize - offset - 12)
             fail("its directory is not where it is announced");
@@ -167,7 +203,7 @@ private:
     }
 
     void readMembers(const End& end, std::vector<ZipMember>& members) const {
-        const std::string bytes = readAt(end.offset, static_cast<std::size_t>(end.size));
+        const std::string bytes = readAt(fd_, archive_, end.offset, static_cast<std::size_t>(end.size));
         Reader at(bytes);
         members.reserve(static_cast<std::size_t>(end.members));
         while (members.size() < end.members) {
@@ -227,6 +263,8 @@ private:
         member.extra += extra.text(extra.left());
         if (disk != 0)
             fail("it is one of several parts");
+        if (member.offset <= fileSize_)
+            member.offset += shift_;
         return member;
     }
 
@@ -240,10 +278,9 @@ private:
         std::vector<const ZipMember*> sorted;
         sorted.reserve(members.size());
         for (const ZipMember& member : members) {
-            if (const char* fault = getZipNameFault(member.name))
-                fail(member, fault);
-            if (const char* fault = getZipNameFault(getZipName(member)))
-                fail(member, fault);
+            for (const std::string& name : {member.name, getZipName(member)})
+                if (const std::string fault = getZipNameFault(name); !fault.empty())
+                    fail(member, fault);
             constexpr int unixSystem = 3;
             const std::uint32_t type = member.madeBy >> 8 == unixSystem ? member.externalAttributes >> 16 & S_IFMT : 0;
             if (type == S_IFLNK)
@@ -261,12 +298,15 @@ private:
             fail(**twin, "there are two of this name");
     }
 
-    /// Members in the order of the file: each ends before the next one starts, and between them there is nothing to lose.
-    void checkExtents(const End& end, std::vector<ZipMember>& members) const {
+    /// Members in the order of the file: each ends before the next one starts, and between them there is nothing to lose. Gives the place
+    /// of the first one.
+    std::uint64_t checkExtents(const End& end, std::vector<ZipMember>& members) const {
         std::vector<std::size_t> order(members.size());
         std::iota(order.begin(), order.end(), std::size_t{0});
         std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return members[a].offset < members[b].offset; });
-        if ((members.empty() ? end.offset : members[order.front()].offset) != 0)
+        const std::uint64_t start = members.empty() ? end.offset : members[order.front()].offset;
+        // Other readers may take for a member what the directory doesn't tell of.
+        if (start > 0 && Reader(readAt(fd_, archive_, 0, 4)).u32() == kLocalSignature)
             fail("something stands in front of its first member");
         for (std::size_t i = 0; i < order.size(); ++i) {
             ZipMember& member = members[order[i]];
@@ -276,84 +316,27 @@ private:
             const std::uint64_t room = member.end - member.offset;
             if (room < kLocalSize + member.name.size() || room - kLocalSize - member.name.size() < member.compressedSize)
                 fail(member, "it overlaps what follows");
-            const std::uint64_t header = checkLocalHeader(member, room);
+            const std::uint64_t header = checkZipLocalHeader(fd_, archive_, member, room);
             if (room < header || room - header < member.compressedSize)
                 fail(member, "it overlaps what follows");
         }
-    }
-
-    /// The size of the local header.
-    std::uint64_t checkLocalHeader(const ZipMember& member, std::uint64_t room) const {
-        const auto contradicts = [&](const char* what) {
-            fail(member, std::string("its local header contradicts the directory in ") + what);
-        };
-        // Enough for the usual additional fields; the read never passes the member's own bytes.
-        constexpr std::size_t usualExtra = 64;
-        std::string bytes =
-            readAt(member.offset, static_cast<std::size_t>(std::min<std::uint64_t>(room, kLocalSize + member.name.size() + usualExtra)));
-        Reader at(bytes);
-        if (at.u32() != kLocalSignature)
-            fail(member, "it has no local header");
-        at.skip(2);
-        const std::uint16_t flags = at.u16();
-        const std::uint16_t method = at.u16();
-        at.skip(4);
-        const std::uint32_t crc = at.u32();
-        std::uint64_t compressedSize = at.u32();
-        std::uint64_t size = at.u32();
-        const std::size_t nameSize = at.u16();
-        const std::size_t extraSize = at.u16();
-        const std::uint64_t header = kLocalSize + nameSize + extraSize;
-        if (nameSize != member.name.size() || at.text(nameSize) != member.name)
-            contradicts("its name");
-        if (method != member.method)
-            contradicts("its method");
-        if ((flags ^ member.flags) & (kEncrypted | kSizesFollow))
-            contradicts("its flags");
-        if (room < header)
-            fail(member, "it overlaps what follows");
-        if (size == kWide32 || compressedSize == kWide32) {
-            if (bytes.size() < header)
-                bytes = readAt(member.offset, static_cast<std::size_t>(header));
-            readWideSizes(Reader(std::string_view(bytes).substr(kLocalSize + nameSize, extraSize)), size, compressedSize);
-        }
-        // Sizes that only follow the data may be left open here.
-        const auto agrees = [&](std::uint64_t here, std::uint64_t there) {
-            return here == there || ((flags & kSizesFollow) && (here == 0 || here == kWide32));
-        };
-        if (!agrees(crc, member.crc32))
-            contradicts("its checksum");
-        if (!agrees(size, member.size) || !agrees(compressedSize, member.compressedSize))
-            contradicts("its size");
-        return header;
-    }
-
-    static void readWideSizes(Reader extra, std::uint64_t& size, std::uint64_t& compressedSize) {
-        while (extra.left() >= 4) {
-            const std::uint16_t id = extra.u16();
-            Reader field(extra.text(std::min<std::size_t>(extra.u16(), extra.left())));
-            if (id != kWideField)
-                continue;
-            for (std::uint64_t* value : {&size, &compressedSize})
-                if (*value == kWide32 && field.left() >= 8)
-                    *value = field.u64();
-            return;
-        }
+        return start;
     }
 
     int fd_;
     const std::string& archive_;
     bool isStrict_;
     std::uint64_t fileSize_ = 0;
+    std::uint64_t shift_ = 0;
 };
 
 std::uint32_t narrow(std::uint64_t value) {
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(value, kWide32));
 }
 
-void putMember(std::string& out, const ZipMember& member) {
+void putMember(std::string& out, const ZipMember& member, std::uint64_t offset) {
     std::string wide;
-    for (const std::uint64_t value : {member.size, member.compressedSize, member.offset})
+    for (const std::uint64_t value : {member.size, member.compressedSize, offset})
         if (value >= kWide32)
             zip_record::put(wide, value, 8);
     const std::size_t extraSize = member.extra.size() + (wide.empty() ? 0 : 4 + wide.size());
@@ -375,7 +358,7 @@ void putMember(std::string& out, const ZipMember& member) {
     zip_record::put(out, 0, 2);
     zip_record::put(out, member.internalAttributes, 2);
     zip_record::put(out, member.externalAttributes, 4);
-    zip_record::put(out, narrow(member.offset), 4);
+    zip_record::put(out, narrow(offset), 4);
     out += member.name;
     if (!wide.empty()) {
         zip_record::put(out, kWideField, 2);
@@ -398,8 +381,9 @@ ZipDirectory ZipDirectory::list(int fd, const std::string& archive) {
 
 std::string ZipDirectory::render(std::uint64_t offset) const {
     std::string out;
+    offset -= shift;
     for (const ZipMember& member : members)
-        putMember(out, member);
+        putMember(out, member, member.offset - shift);
     const std::uint64_t size = out.size();
     if (members.size() >= kWide16 || offset >= kWide32 || size >= kWide32) {
         zip_record::put(out, kWideEndSignature, 4);
@@ -425,6 +409,51 @@ std::string ZipDirectory::render(std::uint64_t offset) const {
     zip_record::put(out, narrow(offset), 4);
     zip_record::put(out, comment.size(), 2);
     return out + comment;
+}
+
+std::uint64_t checkZipLocalHeader(int fd, const std::string& archive, const ZipMember& member, std::uint64_t room) {
+    const auto contradicts = [&](const char* what) {
+        failMember(archive, member.name, std::string("its local header contradicts the directory in ") + what);
+    };
+    // Enough for the usual additional fields; the read never passes the member's own bytes.
+    constexpr std::size_t usualExtra = 64;
+    std::string bytes = readAt(fd, archive, member.offset,
+                               static_cast<std::size_t>(std::min<std::uint64_t>(room, kLocalSize + member.name.size() + usualExtra)));
+    Reader at(bytes);
+    if (at.u32() != kLocalSignature)
+        failMember(archive, member.name, "it has no local header");
+    at.skip(2);
+    const std::uint16_t flags = at.u16();
+    const std::uint16_t method = at.u16();
+    at.skip(4);
+    const std::uint32_t crc = at.u32();
+    std::uint64_t compressedSize = at.u32();
+    std::uint64_t size = at.u32();
+    const std::size_t nameSize = at.u16();
+    const std::size_t extraSize = at.u16();
+    const std::uint64_t header = kLocalSize + nameSize + extraSize;
+    if (nameSize != member.name.size() || at.text(nameSize) != member.name)
+        contradicts("its name");
+    if (method != member.method)
+        contradicts("its method");
+    if ((flags ^ member.flags) & (kEncrypted | kSizesFollow))
+        contradicts("its flags");
+    if (room < header)
+        failMember(archive, member.name, "it overlaps what follows");
+    if (size == kWide32 || compressedSize == kWide32) {
+        if (bytes.size() < header)
+            bytes = readAt(fd, archive, member.offset, static_cast<std::size_t>(header));
+        readWideSizes(Reader(std::string_view(bytes).substr(kLocalSize + nameSize, extraSize)), size, compressedSize);
+    }
+    // Sizes that only follow the data may be left open here.
+    const auto agrees = [&](std::uint64_t here, std::uint64_t there) {
+        return here == there || ((flags & kSizesFollow) && (here == 0 || here == kWide32));
+    };
+    if (!agrees(crc, member.crc32))
+        contradicts("its checksum");
+    if (!agrees(size, member.size) || !agrees(compressedSize, member.compressedSize))
+        contradicts("its size");
+    return header;
 }
 
 std::string renderZipLocalHeader(const ZipMember& member, bool wide) {

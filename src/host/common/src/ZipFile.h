@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
+#include "HostDescriptor.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -14,14 +16,10 @@ public:
     /// For reading and writing. Errors name `shown`.
     static ZipFile openTemporary(const std::string& path, const std::string& shown);
 
-    ZipFile(ZipFile&& other) noexcept;
-    ~ZipFile();
-    ZipFile& operator=(ZipFile&&) = delete;
-
-    int get() const { return fd_; }
+    int get() const { return fd_.get(); }
 
     void writeAt(std::uint64_t offset, const std::string& bytes);
-    void copyFrom(const ZipFile& source, std::uint64_t from, std::uint64_t to, std::uint64_t size);
+    void copyFrom(int source, std::uint64_t from, std::uint64_t to, std::uint64_t size);
     void truncate(std::uint64_t size);
     void close();
 
@@ -30,6 +28,6 @@ public:
 private:
     ZipFile(int fd, std::string shown);
 
-    int fd_;
+    HostDescriptor fd_;
     std::string shown_;
 };

@@ -4,6 +4,7 @@
 
 #include "HostI18n.h"
 #include "HostText.h"
+#include "HostZip.h"
 #include "ZipDirectory.h"
 #include "ZipRecord.h"
 
@@ -11,6 +12,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include <zlib.h>
 
@@ -42,6 +44,13 @@ std::optional<std::string> findUnicodeName(const ZipMember& member) {
     return std::nullopt;
 }
 
+std::vector<std::string_view> split(std::string_view name) {
+    std::vector<std::string_view> parts;
+    for (std::size_t at = 0; at <= name.size(); at += parts.back().size() + 1)
+        parts.push_back(name.substr(at, name.find('/', at) - at));
+    return parts;
+}
+
 } // namespace
 
 std::string getZipName(const ZipMember& member) {
@@ -57,7 +66,7 @@ std::string getZipName(const ZipMember& member) {
     return HostI18n::toUtf8(text);
 }
 
-const char* getZipNameFault(const std::string& name) {
+std::string getZipNameFault(const std::string& name) {
     if (name.empty())
         return "it has no name";
     if (name.size() > 0xffff)
@@ -68,11 +77,28 @@ const char* getZipNameFault(const std::string& name) {
         return "its name holds a back-slash";
     if (name.front() == '/')
         return "its name is absolute";
-    for (std::size_t start = 0; start <= name.size();) {
-        const std::size_t end = std::min(name.find('/', start), name.size());
-        if (name.compare(start, end - start, "..") == 0)
+    for (const std::string_view part : split(name))
+        if (part == "..")
             return "its name leads out of the archive";
-        start = end + 1;
-    }
-    return nullptr;
+    return "";
+}
+
+std::string getZipPathFault(const std::string& name) {
+    if (std::string fault = getZipNameFault(name); !fault.empty())
+        return fault;
+    if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }))
+        return "its name holds a control character";
+    if (!HostText::isUtf8(name))
+        return "its name is not UTF-8";
+    std::vector<std::string_view> parts = split(name);
+    if (parts.back().empty())
+        parts.pop_back();
+    if (parts.size() > HostZip::kMaxNameParts)
+        return "its name has more than " + std::to_string(HostZip::kMaxNameParts) + " parts";
+    if (parts[0].size() >= 2 && parts[0][1] == ':')
+        return "its name begins with a drive letter";
+    for (const std::string_view part : parts)
+        if (part.empty() || part == ".")
+            return "its name has the part '" + std::string(part) + "'";
+    return "";
 }

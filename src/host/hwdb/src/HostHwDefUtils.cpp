@@ -6,87 +6,54 @@
 #include "HostZip.h"
 #include "HostZipMember.h"
 #include "HostZipSession.h"
+#include "lmx_xml.h"
 
 #include <exception>
+#include <map>
 #include <utility>
-
-#include <libxml/SAX2.h>
-#include <libxml/parser.h>
 
 namespace {
 
 using Attributes = std::map<std::string, std::string>;
 
 /// Fills a definition from parser events. Only elements without a namespace are ours; others are skipped with all they hold.
-class DefinitionReader {
+class DefinitionReader : private lmx60::c_read_memory, private lmx60::c_xml {
 public:
-    explicit DefinitionReader(HostHwDef& definition) : definition_(definition) {}
+    DefinitionReader(const std::string& xml, HostHwDef& definition)
+        : c_read_memory(xml.data(), xml.size()), c_xml(static_cast<c_read_memory&>(*this)), definition_(definition) {}
 
-    std::string read(const std::string& xml) {
-        xmlSAXHandler handler{};
-        handler.initialized = XML_SAX2_MAGIC;
-        handler.internalSubset = [](void* self, const xmlChar*, const xmlChar*, const xmlChar*) {
-            of(self).guarded([&] { of(self).stop("a document type is not allowed"); });
-        };
-        handler.startElementNs = [](void* self, const xmlChar* name, const xmlChar*, const xmlChar* uri, int, const xmlChar**, int count,
-                                    int, const xmlChar** attributes) {
-            of(self).guarded([&] { of(self).start(text(name), uri != nullptr, readAttributes(count, attributes)); });
-        };
-        handler.endElementNs = [](void* self, const xmlChar*, const xmlChar*, const xmlChar*) { of(self).end(); };
-        handler.serror = [](void*, xmlErrorPtr) {};
-
-        context_ = xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr);
-        if (!context_)
-            return "no memory for the parser";
-        // Without document types there are only the predefined entities, which have to be substituted.
-        xmlCtxtUseOptions(context_, XML_PARSE_NONET | XML_PARSE_NOENT);
-        const int code = xmlParseChunk(context_, xml.data(), static_cast<int>(xml.size()), 1);
-        if (fault_.empty() && (code != XML_ERR_OK || !context_->wellFormed)) {
-            const xmlError* error = xmlCtxtGetLastError(context_);
-            std::string cause = error && error->message ? error->message : "not well-formed XML";
-            while (cause.ends_with('\n'))
-                cause.pop_back();
-            fault_ = "line " + std::to_string(error ? error->line : 0) + ": " + cause;
+    std::string readAll() {
+        for (auto kind = peek(); fault_.empty() && kind != lmx60::xml_event_kind::end_of_document; kind = peek()) {
+            if (kind == lmx60::xml_event_kind::failed) {
+                line_ = failure_line();
+                stop(failure_text());
+            } else if (kind == lmx60::xml_event_kind::start) {
+                start();
+            } else {
+                pop();
+                if (kind == lmx60::xml_event_kind::end)
+                    end();
+            }
         }
-        if (context_->myDoc)
-            xmlFreeDoc(context_->myDoc);
-        xmlFreeParserCtxt(context_);
-        if (raised_)
-            std::rethrow_exception(raised_);
         return fault_;
     }
 
 private:
-    static DefinitionReader& of(void* self) { return *static_cast<DefinitionReader*>(self); }
-
-    /// Nothing raised may pass through the parser's C frames.
-    template <class Step>
-    void guarded(Step step) {
-        if (!fault_.empty())
-            return;
-        try {
-            step();
-        } catch (...) {
-            raised_ = std::current_exception();
-            xmlStopParser(context_);
-        }
-    }
-
-    static std::string text(const xmlChar* begin) { return reinterpret_cast<const char*>(begin); }
-
-    static Attributes readAttributes(int count, const xmlChar** fields) {
-        Attributes attributes;
-        for (int i = 0; i < count; ++i, fields += 5)
-            if (!fields[2])
-                attributes[text(fields[0])] =
-                    std::string(reinterpret_cast<const char*>(fields[3]), reinterpret_cast<const char*>(fields[4]));
-        return attributes;
-    }
-
     void stop(const std::string& cause) {
         if (fault_.empty())
-            fault_ = "line " + std::to_string(xmlSAX2GetLineNumber(context_)) + ": " + cause;
-        xmlStopParser(context_);
+            fault_ = "line " + std::to_string(line_) + ": " + cause;
+    }
+
+    void start() {
+        line_ = next_line();
+        const std::string name(next_local_name());
+        const bool isForeign = next_ns_id() != lmx60::ns_none;
+        pop();
+        Attributes attributes;
+        for (std::size_t i = 0; i < attribute_count(); ++i)
+            if (attribute_ns_id(i) == lmx60::ns_none)
+                attributes.emplace(attribute_local_name(i), attribute_value(i));
+        start(name, isForeign, std::move(attributes));
     }
 
     void start(const std::string& name, bool isForeign, Attributes attributes) {
@@ -130,9 +97,8 @@ private:
     }
 
     HostHwDef& definition_;
-    xmlParserCtxtPtr context_ = nullptr;
     std::string fault_;
-    std::exception_ptr raised_;
+    int line_ = 0;
     std::size_t depth_ = 0;
     std::size_t skipFrom_ = 0;      // depth of the element whose content is skipped; 0: none
     std::vector<std::size_t> open_; // indices of the instances around
@@ -172,7 +138,7 @@ std::unique_ptr<HostHwDef> HostHwDefUtils::getHDF(const std::string& archive, st
 
 bool HostHwDefUtils::parse(const std::string& xml, HostHwDef& definition, std::string& fault) {
     HostHwDef read;
-    fault = xml.size() > kMaxDefinitionSize ? "larger than the limit" : DefinitionReader(read).read(xml);
+    fault = xml.size() > kMaxDefinitionSize ? "larger than the limit" : DefinitionReader(xml, read).readAll();
     if (!fault.empty())
         return false;
     definition = std::move(read);

@@ -3,14 +3,12 @@
 #include "HostXpStreams.h"
 
 #include "HostErrors.h"
-#include "HostFile.h"
+#include "HostFileUtils.h"
 
 #include <zlib.h>
 
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <fstream>
 #include <string_view>
 
 namespace hoststream::iostreams {
@@ -36,11 +34,13 @@ void checkSize(std::uint64_t size) {
 } // namespace
 
 bool xp::is_xp_format(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::array<char, 4096> bytes{};
-    if (!HostFile::isRegularFile(path) || !file || file.read(bytes.data(), bytes.size()).bad())
+    std::string start;
+    try {
+        start = HostFileUtils::readStart(path, 4096);
+    } catch (const HostError&) {
         return false;
-    std::string_view head(bytes.data(), static_cast<std::size_t>(file.gcount()));
+    }
+    std::string_view head(start);
     if (head.starts_with(kMark))
         return true;
     if (head.starts_with(kByteOrderMark))
@@ -71,7 +71,7 @@ struct xp_autodetect::State {
             announced = announced << 8 | static_cast<unsigned char>(head[i - 1]);
         checkSize(announced);
         if (inflateInit(&stream) != Z_OK)
-            throw HostError("no memory to unpack with");
+            throw std::bad_alloc();
         head.clear();
         isPacked = true;
     }

@@ -3,12 +3,10 @@
 #include "HostZipStreams.h"
 
 #include "HostErrors.h"
+#include "HostFileUtils.h"
 #include "HostZip.h"
 #include "HostZipMember.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <optional>
 #include <vector>
 
@@ -70,19 +68,13 @@ bool zip_istream::is_open() const {
 namespace device {
 
 struct file_source::State {
-    std::string path;
-    std::ifstream file;
+    std::string text; // of a file, and how far it is read
+    std::size_t next = 0;
     std::optional<HostZipMember> member;
-
-    [[noreturn]] void fail() const { throw HostError("cannot read the file '" + path + "': " + std::strerror(errno)); }
 };
 
-file_source::file_source(const std::string& path, std::ios_base::openmode mode) : state_(std::make_shared<State>()) {
-    state_->path = path;
-    errno = 0;
-    state_->file.open(path, mode | std::ios_base::in);
-    if (!state_->file)
-        state_->fail();
+file_source::file_source(const std::string& path, std::ios_base::openmode) : state_(std::make_shared<State>()) {
+    state_->text = HostFileUtils::readFile(path);
 }
 
 file_source::file_source(const std::string& archive, const std::string& entry, std::ios_base::openmode)
@@ -98,11 +90,8 @@ std::streamsize file_source::read(char* buffer, std::streamsize size) {
         while (const std::size_t step = got < size ? state_->member->read(buffer + got, static_cast<std::size_t>(size - got)) : 0)
             got += static_cast<std::streamsize>(step);
     } else {
-        errno = 0;
-        state_->file.read(buffer, size);
-        if (state_->file.bad())
-            state_->fail();
-        got = state_->file.gcount();
+        got = static_cast<std::streamsize>(state_->text.copy(buffer, static_cast<std::size_t>(size), state_->next));
+        state_->next += static_cast<std::size_t>(got);
     }
     return got > 0 ? got : -1;
 }

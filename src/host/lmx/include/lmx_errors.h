@@ -40,8 +40,9 @@ struct HOST_EXPORT s_debug_error {
     elmx_error error = error_none;
     std::string item;
     std::string source_file;
-    int line = 0;   ///< counted from 1; 0 when there is none
-    int column = 0; ///< 0 when not known
+    int line = 0;          ///< counted from 1; 0 when there is none
+    int column = 0;        ///< 0 when not known
+    std::string text = {}; ///< why a file could not be read, in words
 
     void set(elmx_error code, const std::string& item_name, const std::string& file, int line_number, int column_number = 0);
 };

@@ -215,6 +215,7 @@ class HOST_EXPORT c_xml_reader_file : private c_read_file, public c_xml_reader {
 public:
     explicit c_xml_reader_file(const char* file);
     ~c_xml_reader_file() override;
+    using c_read_file::get_cause;
     using c_read_file::is_open;
 };
 

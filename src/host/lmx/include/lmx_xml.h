@@ -43,18 +43,20 @@ private:
     const char* end_;
 };
 
-/// A file, read whole into memory when constructed (one byte past c_xml::max_document_size at most).
+/// A regular file, read whole into memory when constructed (one byte past c_xml::max_document_size at most).
 class HOST_EXPORT c_read_file : public c_read {
 public:
     explicit c_read_file(const char* file);
     /// False when the file could not be opened or read.
-    bool is_open() const { return is_open_; }
+    bool is_open() const { return cause_.empty(); }
+    /// Why it could not, in words.
+    const std::string& get_cause() const { return cause_; }
     std::size_t read(char* buffer, std::size_t size) override;
 
 private:
     std::string text_;
     std::size_t next_ = 0;
-    bool is_open_ = false;
+    std::string cause_;
 };
 
 /// What a document consists of, as far as bindings look at it.
@@ -70,6 +72,7 @@ public:
     static constexpr int max_depth = 1000;                                          ///< elements inside each other
     static constexpr std::size_t max_attributes = 1000;                             ///< of one element, namespace declarations included
     static constexpr std::size_t max_namespaces = 100;                              ///< declarations in force at one place
+    static constexpr std::size_t max_names = 10'000; ///< different ones in a document, of elements, attributes, prefixes and namespaces
 
     virtual ~c_xml();
     c_xml(const c_xml&) = delete;

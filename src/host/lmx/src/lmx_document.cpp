@@ -27,9 +27,10 @@ elmx_error run(c_xml_reader& reader, s_debug_error* error, const unmarshal_funct
     return result;
 }
 
-elmx_error no_file(const char* file, s_debug_error* error) {
+elmx_error no_file(const char* file, const std::string& cause, s_debug_error* error) {
     if (error) {
         error->set(error_no_file, {}, file ? file : "", 0);
+        error->text = cause;
     }
     return error_no_file;
 }
@@ -38,7 +39,7 @@ elmx_error no_file(const char* file, s_debug_error* error) {
 
 elmx_error unmarshal_file(const char* file, s_debug_error* error, const unmarshal_function& read) {
     c_xml_reader_file reader(file);
-    return reader.is_open() ? run(reader, error, read) : no_file(file, error);
+    return reader.is_open() ? run(reader, error, read) : no_file(file, reader.get_cause(), error);
 }
 
 elmx_error unmarshal_memory(const char* buffer, std::size_t length, s_debug_error* error, const unmarshal_function& read) {
@@ -75,7 +76,7 @@ elmx_error marshal_file(const char* file, s_debug_error* error, const marshal_fu
     }
     std::ofstream out(file ? file : "", std::ios::binary | std::ios::trunc);
     if (!out) {
-        return no_file(file, error);
+        return no_file(file, {}, error);
     }
     out << text;
     out.close();

@@ -59,6 +59,7 @@ void s_debug_error::set(elmx_error code, const std::string& item_name, const std
     source_file = file;
     line = line_number;
     column = column_number;
+    text.clear();
 }
 
 lmx_exception::lmx_exception(std::string text) : text_(std::move(text)) {}

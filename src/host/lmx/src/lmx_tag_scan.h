@@ -16,6 +16,9 @@ public:
     /// True when the bytes are read two by two.
     bool is_utf16() const { return width_ == width::little || width_ == width::big; }
 
+    /// True when the second byte of a pair is missing so far.
+    bool has_half() const { return has_pending_; }
+
 private:
     enum class width { unknown, single, little, big };
     enum class state { text, open, tag, quoted, bang, comment_open, comment, cdata, instruction, document_type };

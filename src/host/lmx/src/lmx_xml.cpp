@@ -2,15 +2,18 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "lmx_xml.h"
 
+#include "HostErrors.h"
+#include "HostFileUtils.h"
 #include "lmx_tag_scan.h"
 
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
+#include <libxml/xmlerror.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
+#include <exception>
 #include <functional>
 #include <new>
 #include <utility>
@@ -41,6 +44,21 @@ bool is_blank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
+/// Takes what the parser's library says outside of any parser, of input that it can't convert: it would print it.
+class c_library_errors {
+public:
+    c_library_errors(xmlStructuredErrorFunc take, void* user) : take_(xmlStructuredError), user_(xmlStructuredErrorContext) {
+        xmlSetStructuredErrorFunc(user, take);
+    }
+    ~c_library_errors() { xmlSetStructuredErrorFunc(user_, take_); }
+    c_library_errors(const c_library_errors&) = delete;
+    c_library_errors& operator=(const c_library_errors&) = delete;
+
+private:
+    const xmlStructuredErrorFunc take_; // of the process before
+    void* const user_;
+};
+
 } // namespace
 
 c_read::~c_read() = default;
@@ -57,16 +75,11 @@ std::size_t c_read_memory::read(char* buffer, std::size_t size) {
 }
 
 c_read_file::c_read_file(const char* file) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(file ? std::fopen(file, "rb") : nullptr, &std::fclose);
-    if (!stream) {
-        return;
+    try {
+        text_ = HostFileUtils::readStart(file ? file : "", c_xml::max_document_size + 1);
+    } catch (const HostError& error) {
+        cause_ = error.getFault().cause;
     }
-    char piece[c_xml::piece_size];
-    std::size_t count = 0;
-    while (text_.size() <= c_xml::max_document_size && (count = std::fread(piece, 1, sizeof piece, stream.get())) > 0) {
-        text_.append(piece, count);
-    }
-    is_open_ = std::ferror(stream.get()) == 0;
 }
 
 std::size_t c_read_file::read(char* buffer, std::size_t size) {
@@ -100,7 +113,40 @@ struct c_xml::s_parser {
     void end_element();
     void characters(const char* text, std::size_t length);
 
+    void take_error(const xmlError& error);
+    void check_names();
+    void stop() const {
+        if (may_stop) {
+            xmlStopParser(context);
+        }
+    }
+    void check_end();
+
+    static void handler_of_errors(void* user, xmlErrorPtr error) {
+        guarded(user, [&](s_parser& parser) { parser.take_error(*error); });
+    }
+    static void handler_of_library_errors(void* user, xmlErrorPtr error) {
+        s_parser& parser = of(user);
+        parser.may_stop = false; // the input is in use by whoever complains of it
+        handler_of_errors(user, error);
+        parser.may_stop = true;
+    }
     static s_parser& of(void* user) { return *static_cast<s_parser*>(user); }
+
+    /// For what the parser calls: nothing raised may pass through its frames.
+    template <class Step>
+    static void guarded(void* user, const Step& step) {
+        s_parser& parser = of(user);
+        if (parser.raised) {
+            return;
+        }
+        try {
+            step(parser);
+        } catch (...) {
+            parser.raised = std::current_exception();
+            parser.stop();
+        }
+    }
 
     c_read& source;
     c_xml& out; // its events
@@ -119,37 +165,36 @@ struct c_xml::s_parser {
     elmx_error code = error_none;
     std::string text;
     int fault_line = 0;
+    std::exception_ptr raised;
+    bool may_stop = true;
 };
 
 void c_xml::s_parser::open() {
     xmlSAXHandler handler = {};
     handler.initialized = XML_SAX2_MAGIC;
-    handler.startDocument = [](void* user) { of(user).start_document(); };
+    handler.startDocument = [](void* user) { guarded(user, [](s_parser& parser) { parser.start_document(); }); };
     handler.startElementNs = [](void* user, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int declared, const xmlChar**,
-                                int count, int,
-                                const xmlChar** list) { of(user).start_element(local, prefix, uri, declared, count, list); };
-    handler.endElementNs = [](void* user, const xmlChar*, const xmlChar*, const xmlChar*) { of(user).end_element(); };
+                                int count, int, const xmlChar** list) {
+        guarded(user, [&](s_parser& parser) { parser.start_element(local, prefix, uri, declared, count, list); });
+    };
+    handler.endElementNs = [](void* user, const xmlChar*, const xmlChar*, const xmlChar*) {
+        guarded(user, [](s_parser& parser) { parser.end_element(); });
+    };
     handler.characters = [](void* user, const xmlChar* from, int length) {
-        of(user).characters(chars(from), static_cast<std::size_t>(length));
+        guarded(user, [&](s_parser& parser) { parser.characters(chars(from), static_cast<std::size_t>(length)); });
     };
     handler.ignorableWhitespace = handler.characters;
     handler.cdataBlock = handler.characters;
+    handler.processingInstruction = [](void* user, const xmlChar*, const xmlChar*) {
+        guarded(user, [](s_parser& parser) { parser.check_names(); });
+    };
     handler.internalSubset = [](void* user, const xmlChar*, const xmlChar*, const xmlChar*) {
-        of(user).fail(error_document_type, get_error_description(error_document_type), of(user).line());
+        guarded(user,
+                [](s_parser& parser) { parser.fail(error_document_type, get_error_description(error_document_type), parser.line()); });
     };
     handler.getEntity = [](void*, const xmlChar* name) { return xmlGetPredefinedEntity(name); };
     handler.resolveEntity = [](void*, const xmlChar*, const xmlChar*) -> xmlParserInputPtr { return nullptr; };
-    handler.serror = [](void* user, xmlErrorPtr error) {
-        if (error->level < XML_ERR_ERROR) {
-            return;
-        }
-        std::string words = error->message ? error->message : "";
-        while (!words.empty() && is_blank(words.back())) {
-            words.pop_back();
-        }
-        const elmx_error kind = error->domain == XML_FROM_NAMESPACE ? error_bad_namespace : error_not_well_formed;
-        of(user).fail(kind, std::string(get_error_description(kind)) + ": " + words, error->line);
-    };
+    handler.serror = handler_of_errors;
     context = xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr);
     if (!context) {
         throw std::bad_alloc();
@@ -159,12 +204,28 @@ void c_xml::s_parser::open() {
     xmlCtxtUseOptions(context, XML_PARSE_NOENT | XML_PARSE_NONET | XML_PARSE_HUGE);
 }
 
+void c_xml::s_parser::take_error(const xmlError& error) {
+    if (error.code == XML_ERR_NO_MEMORY) {
+        throw std::bad_alloc();
+    }
+    if (error.level < XML_ERR_ERROR) {
+        return;
+    }
+    std::string words = error.message ? error.message : "";
+    while (!words.empty() && is_blank(words.back())) {
+        words.pop_back();
+    }
+    const elmx_error kind = error.domain == XML_FROM_NAMESPACE ? error_bad_namespace : error_not_well_formed;
+    // What has no parser has no line.
+    fail(kind, std::string(get_error_description(kind)) + ": " + words, error.line > 0 ? error.line : line());
+}
+
 void c_xml::s_parser::fail(elmx_error kind, std::string description, int at_line) {
     if (code == error_none) {
         code = kind;
         text = std::move(description);
         fault_line = at_line;
-        xmlStopParser(context);
+        stop();
     }
 }
 
@@ -188,8 +249,31 @@ void c_xml::s_parser::feed() {
             fail_large("an element with more than " + std::to_string(max_attributes) + " attributes", line());
         } else {
             at_end = count == 0;
+            const c_library_errors errors(handler_of_library_errors, this);
             xmlParseChunk(context, piece.data(), static_cast<int>(count), at_end ? 1 : 0);
+            if (at_end) {
+                check_end();
+            }
         }
+        if (raised) {
+            std::rethrow_exception(raised);
+        }
+    }
+}
+
+/// The library keeps to itself that the last character of a converted text is cut off.
+void c_xml::s_parser::check_end() {
+    const xmlParserInputBuffer* const input = context->input ? context->input->buf : nullptr;
+    const bool is_cut = input && input->encoder && input->raw && xmlBufUse(input->raw) > 0;
+    if (is_cut || scan.has_half()) {
+        fail(error_not_well_formed, std::string(get_error_description(error_not_well_formed)) + ": the last character is cut off", line());
+    }
+}
+
+/// The parser's table of names grows to a size of its own, and from there on each new name is compared with more and more others.
+void c_xml::s_parser::check_names() {
+    if (static_cast<std::size_t>(xmlDictSize(context->dict)) > max_names) {
+        fail_large("more than " + std::to_string(max_names) + " different names", line());
     }
 }
 
@@ -316,6 +400,7 @@ void c_xml::s_parser::start_element(const xmlChar* local, const xmlChar* prefix,
         latest_line = line();
     }
     out.events_.push_back(event);
+    check_names();
     declarations.push_back(narrow(static_cast<std::size_t>(declared)));
     namespaces_in_force += declarations.back();
     if (declarations.size() > max_depth) {

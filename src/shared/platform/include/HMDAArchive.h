@@ -10,7 +10,9 @@
 #include <string>
 
 /// A metadata archive: a zip file of what a platform needs beside its hardware description, with the index "mda.json". A value; what
-/// changes the file replaces it as a whole, so that after a failure or a crash it is what it was, or whole with all of the change.
+/// changes the file replaces it as a whole, so that after a failure or a crash it is what it was, or whole with all of the change. The
+/// index is written anew with each change: keys that are not told here are lost. HZEPArchiveEdit::addToIndex keeps them. Bytes that are
+/// no UTF-8, which nobody could read again, raise HostDataException and leave the archive as it was.
 class HZEP_EXPORT HMDAArchive : public zep_platform::JSONSerializable {
 public:
     const std::string& getFile() const { return file_; }
@@ -33,8 +35,9 @@ public:
     /// The index.
     void toJSON(zep_platform::JSONObjectWriter& writer) const override;
 
-    /// Reads the archive's index in place of the table and the texts at hand; they stay when there is none. False, after a message, for
-    /// a missing archive or index, and for an empty one. Raises json_parser_error, or HostError for a damaged member.
+    /// Reads the archive's index: its files go into the table, beside those at hand, its texts in place of those at hand. All stays as it
+    /// is when there is none. False, after a message, for a missing archive or index, and for an empty one. Raises json_parser_error, or
+    /// HostError for a damaged member.
     bool parse();
     /// The index's text; "" after a message.
     std::string readJsonFile() const;
@@ -56,15 +59,13 @@ public:
     /// Takes the file of a type out of the archive, or the folder of "DR_BD" (always "bd"), "BOARD_REPO_PATH" and "IP_REPO_PATH", keeping
     /// its path, and returns where it is; "" for a type that the table lacks. The directory is made first. Raises HostUserException for an
     /// empty directory, a folder that the archive lacks and a name that leads out; HostError for what can't be unpacked. A file that the
-    /// archive lacks is not noticed; one above HostZip::kMaxMemberSize is refused.
+    /// archive lacks is not noticed; one above HostZip::kMaxMetadataSize is refused.
     std::string extract(const std::string& type, const std::string& destDir) const;
     /// The three types whose folder is extracted.
     static bool isDirectoryType(const std::string& type);
 
 private:
-    /// Member names and the files that they get.
-    using Sources = std::map<std::string, std::string>;
-    void put_(const std::string& type, const std::string& name, const Sources& sources);
+    void put_(const std::string& type, const std::string& name, const std::map<std::string, std::string>& sources);
     void ensureArchive_(const std::string& operation) const;
     std::string extractDir_(const std::string& name, const std::string& destDir) const;
     std::string extractFile_(const std::string& name, const std::string& destDir) const;

@@ -29,8 +29,8 @@ public:
     void setName(std::string name) { name_ = std::move(name); }
     const std::string& getType() const { return type_; }
     void setType(std::string type) { type_ = std::move(type); }
-    const std::string& getVLNV() const { return vlnv_; }
-    void setVLNV(std::string vlnv) { vlnv_ = std::move(vlnv); }
+    const std::string& getVlnv() const { return vlnv_; }
+    void setVlnv(std::string vlnv) { vlnv_ = std::move(vlnv); }
     const std::string& getSourceViewInstPath() const { return sourceViewInstPath_; }
     void setSourceViewInstPath(std::string sourceViewInstPath) { sourceViewInstPath_ = std::move(sourceViewInstPath); }
     const std::string& getInstPath() const { return instPath_; }

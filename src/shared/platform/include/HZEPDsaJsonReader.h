@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "HostFault.h"
 #include "PlatformLoader.h"
 
 #include <boost/property_tree/ptree_fwd.hpp>
@@ -45,6 +46,9 @@ public:
     /// Reads a document. False for an empty text. Raises what the parser, the tree or a setter of the model raises.
     bool parseJsonString(const std::string& text);
 
+    /// The archive, member, line and cause of what was last said no to or raised in an archive; nothing without one.
+    const HostFault& getFault() const { return fault_; }
+
     /// The member's name when the archive given to canParse holds it, else "".
     std::string getHwEmuJsonFileNameIfExist() const;
     std::string getAltHwEmuJsonFileNameIfExist() const;
@@ -66,4 +70,5 @@ private:
 
     HPLPlatform* platform_;
     std::string archive_;
+    HostFault fault_;
 };

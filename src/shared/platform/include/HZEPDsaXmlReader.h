@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "HostFault.h"
 
 #include <cstdint>
 #include <string>
@@ -42,6 +43,7 @@ class Root;
 class HZEP_EXPORT HZEPDsaXmlReader {
 public:
     /// Most bytes that one read takes out of the members listed as "HPFM" and "EMU_XML", each counted as often as it is listed: 256 MiB.
+    /// One that goes beyond counts as one that can't be read.
     static constexpr std::uint64_t kMaxListedSize = 256ULL << 20;
 
     /// The platform stays the caller's and must outlive the reader. Raises HostFileNotFoundException for an empty path and for a missing
@@ -56,9 +58,12 @@ public:
     /// The version of the document's schema; the platform is left as it is. Fails as parseDSA does.
     bool getRootVersion(int& major, int& minor);
 
+    /// The archive, member, line and cause of the last failure; nothing without one.
+    const HostFault& getFault() const { return fault_; }
+
 private:
     template <class Use>
-    bool readRoot_(const std::string& member, const Use& use) const;
+    bool readRoot_(const std::string& member, const Use& use);
     bool canDsaBeOpened_(const BasePlatform::Root& root, std::string& message) const;
     void parseRoot_(const BasePlatform::Root& root);
     void parseGenAppData_(const BasePlatform::GenAppInfo& info);
@@ -77,7 +82,7 @@ private:
     void parsePort_(const BasePlatform::Port& source, HPLPort& port);
     void parseFiles_(const BasePlatform::Files& files);
     void parseFile_(const BasePlatform::File& source);
-    void takeListed_(const std::string& member);
+    bool takeListed_(const std::string& member);
     void parseHpfm_(const std::string& member);
     void scanEmulations_(const std::string& member);
     void parseFeatureRom_(const BasePlatform::FeatureRom& source);
@@ -88,4 +93,5 @@ private:
     HPLPlatform* platform_;
     std::string path_;
     std::uint64_t listedSizeLeft_ = 0;
+    HostFault fault_;
 };

@@ -23,8 +23,8 @@ public:
     void setMemoryInstance(std::string memoryInstance) { memoryInstance_ = std::move(memoryInstance); }
     const std::string& getAuto() const { return autoAssign_; }
     void setAuto(std::string autoAssign) { autoAssign_ = std::move(autoAssign); }
-    const std::string& getSPTag() const { return spTag_; }
-    void setSPTag(std::string spTag) { spTag_ = std::move(spTag); }
+    const std::string& getSpTag() const { return spTag_; }
+    void setSpTag(std::string spTag) { spTag_ = std::move(spTag); }
     const std::string& getSlr() const { return slr_; }
     void setSlr(std::string slr) { slr_ = std::move(slr); }
     const std::string& getName() const { return name_; }

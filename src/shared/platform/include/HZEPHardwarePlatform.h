@@ -370,6 +370,11 @@ public:
     bool containsChildHardwareEmuPlatform() const;
 
     // Writing. Each operation rewrites the archive once: a crash or failure at any moment leaves the old archive or the new one, whole.
+    // The metadata become this platform's document, and what that doesn't tell is lost: keys that no reader knows, and those that are
+    // written and never read, such as "description", ports, connectors, drivers and "resetRef" of what was read from JSON. Defaults are
+    // filled in, and so are the interfaces of the archive's hardware platform file. It is always the archive's own metadata that is
+    // written: called for a child hardware emulation platform, the child's document takes the place of its parent's.
+    // HZEPArchiveEdit::addFile adds a file and keeps all that. A document that could not be read again raises HostDataException.
     /// Adds a file to the archive, lists it in place of all of that type, and brings the metadata and the digest up to date. Raises
     /// HostAlgException without an archive to write to, HostUserException when the file or the archive can't be opened, and what
     /// toJSON and HostZipUpdate raise; the list may then name the file already.
@@ -416,6 +421,10 @@ protected:
     std::string readEntry_(const std::string& entry) const;
 
 private:
+    friend class HZEPArchiveEdit;
+    /// Lists the file as archiveFile does, and gives the document with it.
+    std::string renderWith_(const std::string& operation, const std::string& fileType, const std::string& entryName,
+                            const std::string& sourceFile);
     std::size_t getMemoryResourceBusInterfacesIndexed_(BusInterfaces& out) const;
     std::size_t getMemoryResourceBusInterfacesNonIndexed_(BusInterfaces& out) const;
     BusInterfaces getMemoryInterfaces_() const;

@@ -58,9 +58,7 @@ public:
         std::string source;   ///< the line as it stands, printable and cut to kMaxSource bytes, and only where the column is known
     };
 
-    /// Largest document that is looked at, in bytes, and the most values in one; what goes beyond gets one finding that says so.
-    static constexpr std::size_t kMaxDocumentSize = std::size_t{64} << 20;
-    static constexpr std::size_t kMaxValues = 1'000'000;
+    /// A document, be it JSON or XML, is no larger than HostJson reads one: what goes beyond gets one finding that says so.
     /// Findings of one rule in one document; one more tells their number. A document is left at kMaxCounted findings of all rules.
     static constexpr std::size_t kMaxPerRule = 100;
     static constexpr std::size_t kMaxCounted = 10'000;

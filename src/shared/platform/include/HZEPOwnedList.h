@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 /// The elements that a model object owns, in the order in which they were added. What it hands out lives as long as the list.
@@ -15,10 +16,7 @@ template <class T>
 class HZEPOwnedList {
 public:
     HZEPOwnedList() = default;
-    ~HZEPOwnedList() {
-        for (T* item : items_)
-            delete item;
-    }
+    ~HZEPOwnedList() { clear(); }
     HZEPOwnedList(const HZEPOwnedList&) = delete;
     HZEPOwnedList& operator=(const HZEPOwnedList&) = delete;
 
@@ -35,6 +33,12 @@ public:
             return;
         const std::unique_ptr<T> owned(*at);
         items_.erase(at);
+    }
+
+    /// Deletes all, the first one first.
+    void clear() {
+        for (T* item : std::exchange(items_, {}))
+            delete item;
     }
 
     template <class Matches>

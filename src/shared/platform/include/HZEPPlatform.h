@@ -22,6 +22,8 @@ class HZEP_EXPORT HZEPPlatform : public zep_platform::JSONSerializable {
 public:
     HZEPPlatform();
     void toJSON(zep_platform::JSONObjectWriter& writer) const override;
+    /// Ends the hardware platform, the partitions and the software platforms in their order, the emulation platform, and then what was
+    /// kept for partitions.
     ~HZEPPlatform() override;
     HZEPPlatform(const HZEPPlatform&) = delete;
     HZEPPlatform& operator=(const HZEPPlatform&) = delete;

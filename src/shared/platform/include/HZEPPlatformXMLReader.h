@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "HostFault.h"
 
 #include <string>
 
@@ -27,6 +28,9 @@ public:
     /// What the last failure wrote to the standard output; "" without one.
     std::string getErrorMsg() const { return errorMsg_; }
 
+    /// The file, line and cause of the last failure; nothing without one.
+    const HostFault& getFault() const { return fault_; }
+
 private:
     void parsePlatform_(const ZEPPlatform::Platform& platform);
     void parseHardwarePlatforms_(const ZEPPlatform::HardwarePlatforms& platforms);
@@ -39,4 +43,5 @@ private:
     HZEPPlatform* platform_;
     std::string file_;
     std::string errorMsg_;
+    HostFault fault_;
 };

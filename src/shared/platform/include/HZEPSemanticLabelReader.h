@@ -39,8 +39,8 @@ public:
     const std::vector<HZEPSemanticDebugNetwork>& getDebugNetworks() const { return debugNetworks_; }
 
     /// The partition metadata of the shell: added to a tree, or as a document in a file, which is written whole or not at all, or on a
-    /// stream. All operations below raise HostDataException for a name of more than kMaxNameParts parts, HostError for a file that
-    /// can't be written and json_parser_error for a stream that fails.
+    /// stream. All operations below raise HostDataException for a name of more than kMaxNameParts parts or bytes that are no UTF-8,
+    /// HostError for a file that can't be written and json_parser_error for a stream that fails.
     void generatePartitionMetadata(boost::property_tree::ptree& out) const;
     void generatePartitionMetadata(const std::string& file) const;
     void generatePartitionMetadata(std::ostream& stream) const;

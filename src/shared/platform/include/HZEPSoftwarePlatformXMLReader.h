@@ -3,6 +3,7 @@
 #pragma once
 
 #include "HZEPExport.h"
+#include "HostFault.h"
 
 #include <string>
 
@@ -32,6 +33,9 @@ public:
     /// What the last failure wrote to the standard output; "" without one.
     std::string getErrorMsg() const { return errorMsg_; }
 
+    /// The file, line and cause of the last failure; nothing without one.
+    const HostFault& getFault() const { return fault_; }
+
 private:
     void parsePlatform_(const ZEPSoftwarePlatform::Platform& platform);
     void parseSystemConfigurations_(const ZEPSoftwarePlatform::SystemConfigurations& configurations);
@@ -42,4 +46,5 @@ private:
     HZEPSoftwarePlatform* platform_;
     std::string file_;
     std::string errorMsg_;
+    HostFault fault_;
 };

@@ -6,6 +6,7 @@
 #include "PlatformParseException.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 class HPLPlatform;
@@ -31,9 +32,13 @@ public:
     explicit PlatformLoader(const std::string& path, HwMetadataMode mode = PreferAlternateJson);
 
     /// The platform with everything attached, shared with this loader; a second call gives the same object without work. Empty
-    /// when a step failed: the reason went out as a message, this loader holds no platform any more, and its getters answer "".
+    /// when a step failed: the reason went out as a message, this loader holds no platform any more, and of its getters only getFilePath
+    /// answers, with the path as given.
     /// Any exception but PlatformParseException passes through.
     std::shared_ptr<HZEPPlatform> load();
+
+    /// Why load() failed, with the place and the cause; nothing when it did not.
+    const std::optional<PlatformParseException>& getFailure() const { return failure_; }
 
     /// The steps of load(), each doing nothing when its object is there already. They raise PlatformParseException and then leave
     /// the loader as it was.
@@ -58,7 +63,7 @@ private:
     std::string hardwareFile_() const;
     std::string softwareFile_() const;
     std::unique_ptr<HPLPlatform> readHardware_(const std::string& file) const;
-    std::unique_ptr<HPLPlatform> readJsonHardware_(const std::string& file) const;
+    std::unique_ptr<HPLPlatform> readJsonHardware_(const std::string& file, HostFault& fault) const;
 
     void attachHardwarePlatform_(HZEPReconfigurablePartition* partition);
     void attachHardwareEmulationPlatform_(HZEPReconfigurablePartition* partition);
@@ -70,6 +75,7 @@ private:
     PlatformFileKind fileKind_ = PlatformFile;
     bool loaded_ = false;
     HwMetadataMode hwMetadataMode_;
+    std::optional<PlatformParseException> failure_;
 };
 
 } // namespace zep_platform

@@ -42,22 +42,26 @@
 %ignore HZEPDevice::HZEPDevice;
 %include "HZEPDevice.h"
 
-// Streams and pairs of iterators are no script's: the text, and the list.
+// Streams and pairs of iterators are no script's: the text, and the list. What is ignored takes along whatever has its name, so the
+// replacements get theirs by a renaming.
 %ignore HZEPHardwarePlatform::issueNormalizeMemoryBanksMessage;
 %ignore HZEPHardwarePlatform::getFeatureRomVecRange;
 %ignore HZEPHardwarePlatform::FeatureRomRange;
 %ignore HZEPHardwarePlatform::getDevice;
+%rename(issueNormalizeMemoryBanksMessage) HZEPHardwarePlatform::tellNormalizeMemoryBanksMessage;
+%rename(getFeatureRomVecRange) HZEPHardwarePlatform::listFeatureRoms;
+%rename(getDevice) HZEPHardwarePlatform::findDevice;
 %newobject HZEPHardwarePlatform::create;
 %extend HZEPHardwarePlatform {
     /// A new and empty one.
     static HZEPHardwarePlatform* create() { return new HPLPlatform; }
-    HZEPDevice* getDevice(const std::string& name) const { return $self->getDevice(name); }
-    std::string issueNormalizeMemoryBanksMessage() const {
+    HZEPDevice* findDevice(const std::string& name) const { return $self->getDevice(name); }
+    std::string tellNormalizeMemoryBanksMessage() const {
         std::ostringstream text;
         $self->issueNormalizeMemoryBanksMessage(text);
         return text.str();
     }
-    std::vector<HZEPHardwareFeatureRom*> getFeatureRomVecRange() const {
+    std::vector<HZEPHardwareFeatureRom*> listFeatureRoms() const {
         const auto [first, last] = $self->getFeatureRomVecRange();
         const std::vector<HZEPHardwareFeatureRom*> roms(first, last);
         hzep_script::handOut(&roms);

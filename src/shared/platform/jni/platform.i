@@ -40,6 +40,9 @@ class PlatformLoader {
 public:
     explicit PlatformLoader(const std::string& path);
     PlatformLoader(const std::string& path, zep_platform::PlatformLoader::HwMetadataMode mode);
+    void attachHardwarePlatform();
+    void attachHardwareEmulationPlatform();
+    void attachSoftwarePlatform();
     std::string getVersion() const;
     std::string getFilePath() const;
     std::string getBaseName() const;

@@ -21,8 +21,8 @@ public:
     // The virtual operations stand in the order of the table that callers are compiled against.
     virtual ~CatalogService();
 
-    /// One document of the platforms in the directories, joined by ":", under "platforms". Files that don't load and hidden platforms
-    /// are left out.
+    /// One document of the platforms in the directories, joined by ":", under "platforms". Files that don't load, said on the standard
+    /// output, and hidden platforms are left out; what is raised beyond that ends the list.
     virtual std::string getAllAsJsonStr(const std::string& repoPaths, bool all, bool reserved) const = 0;
 
     /// The document of one platform; "" for a null loader, and for a platform that doesn't load or is hidden.

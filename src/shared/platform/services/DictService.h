@@ -20,7 +20,7 @@ public:
     // The virtual operations stand in the order of the table that callers are compiled against.
     virtual ~DictService() = default;
 
-    /// `ok` is false, and the map empty, when there is no such path.
+    /// `ok` is false, and the map empty, when there is no such path. It stays as it was when the file has no document to look into.
     virtual std::map<std::string, std::string> getAsDict(const std::string& file, const std::string& path, bool& ok) const = 0;
 
     /// What a built-in filter keeps: identities of partitions and of the vector engine, files, id codes.

@@ -231,7 +231,7 @@ private:
     ptree read() const {
         namespace streams = hoststream::iostreams;
         ptree tree;
-        if (!HostFile::exists(file_) || HostFile::isDir(file_) || !streams::xp::is_xp_format(file_))
+        if (!HostFile::isRegularFile(file_) || !streams::xp::is_xp_format(file_))
             return tree;
         try {
             streams::filtering_stream stream;
@@ -386,14 +386,14 @@ bool NativeCatalogService::isPreSynthPlatform(PlatformLoader* loader) const {
 bool NativeCatalogService::isPreSynthPlatformSupported(PlatformLoader* loader, std::string& reason) const {
     if (!loader)
         return false;
-    const auto platform = loader->load();
-    if (!platform) {
-        std::cout << kNotLoaded << std::endl;
-        reason = "Failed to load the platform. Can not continue with establishing platform support with respect to the tool flow.";
+    if (!isPreSynthPlatform(loader)) {
+        reason = "Platform '" + loader->getFilePath() + "' is not a PRE_SYNTH platform";
         return false;
     }
-    if (!isPreSynthPlatform(loader)) {
-        reason = "Platform '" + platform->getPlatformFile() + "' is not a PRE_SYNTH platform";
+    const auto platform = loader->load();
+    if (!platform) {
+        std::cout << kNotLoaded << "." << std::endl;
+        reason = "Failed to load the platform. Can not continue with establishing platform support with respect to the tool flow.";
         return false;
     }
     const std::string subject = "Platform '" + fileNameOf(*platform);

@@ -6,12 +6,15 @@
 #include "HZEPJSONText.h"
 #include "HZEPPlatform.h"
 #include "HZEPReconfigurablePartition.h"
+#include "HostErrors.h"
+#include "HostText.h"
 #include "NativePlatformRepoService.h"
 #include "PlatformLoader.h"
 
 #include <boost/property_tree/ptree.hpp>
 
 #include <iostream>
+#include <optional>
 #include <sstream>
 #include <vector>
 
@@ -21,7 +24,9 @@ namespace zep::platform {
 
 namespace {
 
-constexpr const char* kNotLoaded = "Error: failed to load platform";
+void sayNotLoaded() {
+    std::cout << "Error: failed to load platform" << std::endl;
+}
 
 std::string toText(bool value) {
     return value ? "true" : "false";
@@ -30,7 +35,7 @@ std::string toText(bool value) {
 std::string render(const ptree& tree) {
     std::ostringstream text;
     HZEPJSONText::write(text, tree);
-    return text.str();
+    return HostText::toUtf8(text.str()); // paths may be any bytes
 }
 
 void putHpfmFile(ptree& out, const char* key, const HZEPHardwarePlatform& hardware) {
@@ -79,17 +84,17 @@ std::string NativeCatalogService::getAllAsJsonStr(const std::string& repoPaths, 
     ptree root;
     ptree& platforms = root.add_child("platforms", ptree());
     for (const std::string& file : files) {
-        ptree platform;
+        std::optional<PlatformLoader> loader;
         try {
-            PlatformLoader loader(file, PlatformLoader::PreferAlternateJson);
-            if (!getPlatformInfo_(&loader, platform, all))
-                continue;
-        } catch (...) {
-            // One bad platform must not hide the good ones.
-            std::cout << kNotLoaded << std::endl;
-            continue;
+            loader.emplace(file, PlatformLoader::PreferAlternateJson);
+        } catch (const zep_platform::PlatformParseException&) {
+            sayNotLoaded();
+        } catch (const HostFileNotFoundException&) {
+            sayNotLoaded();
         }
-        platforms.push_back({"", ptree()})->second.swap(platform);
+        ptree platform;
+        if (loader && getPlatformInfo_(&*loader, platform, all))
+            platforms.push_back({"", ptree()})->second.swap(platform);
     }
     return render(root);
 }
@@ -131,7 +136,7 @@ bool NativeCatalogService::getPlatformInfo_(PlatformLoader* loader, ptree& out, 
         return false;
     const auto platform = loader->load();
     if (!platform) {
-        std::cout << kNotLoaded << std::endl;
+        sayNotLoaded();
         return false;
     }
     if (platform->isHidden())

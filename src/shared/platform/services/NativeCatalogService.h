@@ -37,7 +37,7 @@ public:
 
     /// False too, said on the standard output, for what doesn't load or has no hardware.
     bool isPreSynthPlatform(PlatformLoader* loader) const;
-    /// Whether it is in the state "pre_synth" and of the tool's own release.
+    /// Whether it is in the state "pre_synth", which is asked first and as above, and of the tool's own release.
     bool isPreSynthPlatformSupported(PlatformLoader* loader, std::string& reason) const;
     bool isPreSynthPlatformSupported(const std::string& platformFile, std::string& reason) const;
 

@@ -78,9 +78,11 @@ std::string normalise(const std::string& key) {
 
 Dict NativeDictService::getAsDict(const std::string& file, const std::string& path, bool& ok) const {
     const NativeObjectService objects;
-    ok = path.empty();
-    if (ok)
-        return getAsDict(objects.getAsPropertyTree(file), "");
+    if (path.empty()) {
+        Dict dict = getAsDict(objects.getAsPropertyTree(file), "");
+        ok = true;
+        return dict;
+    }
     const ptree node = objects.getNodeByPath(objects.getAsJsonStr(file), path, ok);
     return ok ? getAsDict(node, path) : Dict();
 }

@@ -67,7 +67,7 @@ std::string NativeDocService::getFromFile(ptree& out) const {
         std::cerr << "\nCould not find the <" << path << " >. Check the install area.\n  Can not continue with this task." << std::endl;
         return "";
     }
-    if (std::ifstream(path))
+    if (HostFile::isRegularFile(path) && std::ifstream(path))
         HZEPJSONText::readFile(path, out);
     return path;
 }

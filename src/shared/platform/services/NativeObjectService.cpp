@@ -5,10 +5,12 @@
 #include "HZEPHardwarePlatform.h"
 #include "HZEPJSONText.h"
 #include "HZEPPlatform.h"
+#include "HostText.h"
 #include "JSONObjectWriter.h"
 
 #include <boost/algorithm/string/erase.hpp>
 #include <boost/filesystem/operations.hpp>
+#include <boost/property_tree/json_parser/error.hpp>
 
 #include <cstdint>
 #include <cstdlib>
@@ -18,6 +20,7 @@
 #include <vector>
 
 using boost::property_tree::ptree;
+using boost::property_tree::json_parser::json_parser_error;
 
 namespace zep::platform {
 
@@ -102,6 +105,18 @@ ptree parse(const std::string& json) {
     return tree;
 }
 
+/// A document that can't be parsed is told with the file that it should have come from.
+template <class Work>
+std::string naming(const std::string& file, const Work& work) {
+    try {
+        return work();
+    } catch (const json_parser_error& error) {
+        if (!error.filename().empty())
+            throw;
+        throw json_parser_error(error.message(), file, error.line());
+    }
+}
+
 std::string print(const ptree& tree) {
     std::ostringstream stream;
     HZEPJSONText::write(stream, tree);
@@ -135,7 +150,8 @@ std::string NativeObjectService::getAsJsonStr(const std::string& file) const {
         return "";
     PlatformLoader loader(file, hwMetadataMode_);
     bool ok = false;
-    return getObjectsByPath_(getAsJsonStr(&loader), isArchive ? getLegacyHwPlatformRootPath() : "softwarePlatform", ok);
+    return naming(
+        file, [&] { return getObjectsByPath_(getAsJsonStr(&loader), isArchive ? getLegacyHwPlatformRootPath() : "softwarePlatform", ok); });
 }
 
 std::string NativeObjectService::getAsJsonStr(PlatformLoader* loader) const {
@@ -148,7 +164,8 @@ std::string NativeObjectService::getAsJsonStr(PlatformLoader* loader) const {
     writer.writeObject(*platform);
     std::ostringstream stream;
     writer.write(stream);
-    return std::move(stream).str();
+    std::string text = std::move(stream).str();
+    return HostText::isUtf8(text) ? text : HostText::toUtf8(text); // names of files may be any bytes
 }
 
 ptree NativeObjectService::getAsPropertyTree(const std::string& file) const {
@@ -169,6 +186,7 @@ ptree NativeObjectService::getNodeByPath(const std::string& json, const std::str
 }
 
 ptree NativeObjectService::getNodeByPath_(const std::string& json, const std::string& path, bool& ok) const {
+    ok = true;
     ptree tree = parse(json);
     ptree* const node = walk(tree, parsePath(rootPath_(json, tree, clean(path))));
     ok = node;
@@ -179,11 +197,15 @@ ptree NativeObjectService::getNodeByPath_(const std::string& json, const std::st
 }
 
 std::string NativeObjectService::getObjectsByPath(const std::string& file, const std::string& path, bool& ok) const {
-    return file.empty() || path.empty() ? "" : getObjectsByPath_(getAsJsonStr(file), path, ok);
+    if (file.empty() || path.empty())
+        return "";
+    return naming(file, [&] { return getObjectsByPath_(getAsJsonStr(file), path, ok); });
 }
 
 std::string NativeObjectService::getObjectsByPath(PlatformLoader* loader, const std::string& path, bool& ok) const {
-    return !loader || path.empty() ? "" : getObjectsByPath_(getAsJsonStr(loader), path, ok);
+    if (!loader || path.empty())
+        return "";
+    return naming(loader->getFilePath(), [&] { return getObjectsByPath_(getAsJsonStr(loader), path, ok); });
 }
 
 std::string NativeObjectService::getObjectsByPath(const std::string& file, const std::string& path) const {
@@ -192,9 +214,7 @@ std::string NativeObjectService::getObjectsByPath(const std::string& file, const
 }
 
 std::string NativeObjectService::getObjectsByPath_(const std::string& json, const std::string& path, bool& ok) const {
-    ok = !json.empty();
-    if (!ok)
-        return "";
+    ok = true;
     ptree tree = parse(json);
     const std::string actual = rootPath_(json, tree, clean(path));
     const auto segments = parsePath(actual);

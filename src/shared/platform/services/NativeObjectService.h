@@ -31,7 +31,7 @@ public:
     bool getBoolValue(const boost::property_tree::ptree& tree, const std::string& path, bool defaultValue) const override;
     std::string getObjectsByPath(const std::string& file, const std::string& path) const override;
 
-    /// The same on a document at hand. An empty document holds nothing.
+    /// The same on a document at hand; an empty one is no JSON either.
     std::string getObjectsByPath_(const std::string& json, const std::string& path, bool& ok) const;
     /// A path with no names in it is the whole document.
     boost::property_tree::ptree getNodeByPath_(const std::string& json, const std::string& path, bool& ok) const;

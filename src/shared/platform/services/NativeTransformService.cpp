@@ -3,6 +3,7 @@
 #include "NativeTransformService.h"
 
 #include "HZEPJSONText.h"
+#include "HostFile.h"
 #include "NativeObjectService.h"
 
 #include <fstream>
@@ -19,7 +20,7 @@ std::string NativeTransformService::getAsJsonStr(PlatformLoader* loader) const {
 }
 
 std::string NativeTransformService::getTransformSpecAsJsonStr(const std::string& specFile) const {
-    if (!specFile.ends_with(".json"))
+    if (!specFile.ends_with(".json") || !HostFile::isRegularFile(specFile))
         return "";
     const std::ifstream file(specFile, std::ios::binary);
     std::ostringstream text;

@@ -20,15 +20,16 @@ using zep_platform::PlatformLoader;
 /// array or an object. "[]" and "[*]" are dropped from a path: they mean the node itself. A ".." is the first element of an array,
 /// in the operations on a tree alone. A path below "hardwarePlatform" finds the hardware platform wherever the document holds it.
 ///
-/// What is absent is a result and no error: `ok` false, "", an empty tree. Text that is no JSON raises json_parser_error. `file` is
-/// a platform file, an archive or a software file; what its loader raises passes through.
+/// What is absent is a result and no error: `ok` false, "", an empty tree. Text that is no JSON raises json_parser_error, also the empty
+/// document of what can't be loaded, where a path is looked up in it. `file` is a platform file, an archive or a software file; what its
+/// loader raises passes through.
 class HZEP_EXPORT ObjectService {
 public:
     // The virtual operations stand in the order of the table that callers are compiled against.
     virtual ~ObjectService() = default;
 
-    /// The document of a platform file; of an archive or a software file only the part that the file describes; "" for a file of
-    /// another kind, for one that can't be loaded, and for a null loader.
+    /// The document of a platform file; of an archive or a software file only the part that the file describes, which one that can't be
+    /// loaded has not. "" for a file of another kind, for a platform that can't be loaded, and for a null loader.
     virtual std::string getAsJsonStr(const std::string& file) const = 0;
     virtual std::string getAsJsonStr(PlatformLoader* loader) const = 0;
 

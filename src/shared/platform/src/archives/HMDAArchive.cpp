@@ -2,11 +2,15 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HMDAArchive.h"
 
+#include "../foundations/CheckedDocument.h"
+#include "FolderFiles.h"
 #include "HZEPJSONText.h"
 #include "HZEPJSONUtils.h"
 #include "HostErrors.h"
 #include "HostFile.h"
+#include "HostFileUtils.h"
 #include "HostMsgMgr.h"
+#include "HostText.h"
 #include "HostZip.h"
 #include "HostZipMember.h"
 #include "HostZipSession.h"
@@ -16,13 +20,10 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <optional>
-#include <sstream>
 
 namespace fs = std::filesystem;
 using boost::property_tree::ptree;
-using boost::property_tree::json_parser::json_parser_error;
 
 namespace {
 
@@ -38,18 +39,11 @@ constexpr char kBlockDesign[] = "DR_BD";
 constexpr char kBlockDesignFolder[] = "bd";
 constexpr int kOverwrite = 1;
 
-std::string withoutTrailingSeparators(std::string name) {
-    while (name.ends_with('/'))
-        name.pop_back();
-    return name;
-}
-
+/// The index's text, which raises before any archive is touched when nobody could read it.
 std::string render(const HMDAArchive& archive) {
     zep_platform::JSONObjectWriter writer;
     writer.writeObject(archive);
-    std::ostringstream text;
-    writer.write(text);
-    return text.str();
+    return zep_platform::renderChecked(writer);
 }
 
 /// Makes the folders of a member below a directory; none of them may be a link.
@@ -85,8 +79,8 @@ void HMDAArchive::toJSON(zep_platform::JSONObjectWriter& writer) const {
 bool HMDAArchive::parse() {
     try {
         return parseJsonString(readJsonFile());
-    } catch (const json_parser_error& error) {
-        throw json_parser_error(error.message(), file_ + ": " + getJsonFileName(), error.line());
+    } catch (const HZEPJSONTextError& error) {
+        throw error.in(file_, getJsonFileName());
     }
 }
 
@@ -99,7 +93,7 @@ std::string HMDAArchive::readJsonFile() const {
         return complain("@74-89@%s", {file_});
     std::optional<HostZipMember> member;
     try {
-        member.emplace(file_, getJsonFileName(), HostZip::kMaxMemberSize);
+        member.emplace(file_, getJsonFileName(), HostZip::kMaxMetadataSize);
     } catch (const HostError&) {
         return complain("@74-67@%s%s", {getJsonFileName(), file_});
     }
@@ -121,7 +115,6 @@ void HMDAArchive::parseRoot(const ptree& root) {
     drBdInstName_ = HZEPJSONUtils::getValue(root, kDrBdInstName);
     pfmName_ = HZEPJSONUtils::getValue(root, kPfmName);
     hierName_ = HZEPJSONUtils::getValue(root, kHierName);
-    files_.clear();
     files_.parse(root);
 }
 
@@ -131,8 +124,9 @@ void HMDAArchive::create() const {
         throw HostAlgException(operation + "mdaFile is not set");
     if (HostFile::exists(file_))
         throw HostUserException(operation + "mdaFile exists already: " + file_);
+    const std::string index = render(*this);
     HostZipUpdate archive = HostZipUpdate::create(file_);
-    archive.put(getJsonFileName(), render(*this));
+    archive.put(getJsonFileName(), index);
     archive.attachDigest();
     archive.commit();
 }
@@ -146,24 +140,7 @@ void HMDAArchive::archiveDirectory(const std::string& type, const std::string& n
     const std::string operation = "HMDAArchive::archiveDirectory() - ";
     ensureArchive_(operation);
     const std::string folder = withoutTrailingSeparators(name);
-    const std::string self = HostFile::getCanonicalName(file_);
-    const fs::path root = HostFile::getCanonicalName(source);
-    Sources sources;
-    std::error_code error;
-    fs::recursive_directory_iterator at(root, error);
-    for (; !error && at != fs::recursive_directory_iterator(); at.increment(error)) {
-        const fs::file_status status = at->symlink_status(error);
-        if (fs::is_directory(status) || at->path() == self)
-            continue;
-        if (!error && !fs::is_regular_file(status))
-            throw HostUserException(operation + "is a link or a special file: " + at->path().string());
-        sources[folder + "/" + at->path().lexically_relative(root).string()] = at->path().string();
-    }
-    if (error)
-        throw HostUserException(operation + "Could not read directory: " + source);
-    if (sources.empty())
-        throw HostUserException(operation + "directory holds no files: " + source);
-    put_(type, folder, sources);
+    put_(type, folder, findFolderFiles(operation, file_, folder, source));
 }
 
 void HMDAArchive::ensureArchive_(const std::string& operation) const {
@@ -175,36 +152,42 @@ void HMDAArchive::ensureArchive_(const std::string& operation) const {
         throw HostAlgException(operation + "mdaFile does not exist");
 }
 
-void HMDAArchive::put_(const std::string& type, const std::string& name, const Sources& sources) {
+void HMDAArchive::put_(const std::string& type, const std::string& name, const MemberSources& sources) {
     const std::string operation = "HMDAArchive::archiveFile() - ";
     HMDAArchive next(*this);
     next.files_.add(type, name);
     for (const auto& [member, source] : sources)
-        if (!HostFile::isRegularFile(source) || !std::ifstream(source, std::ios_base::binary))
+        if (!HostFileUtils::isReadable(source))
             throw HostUserException(operation + "Could not open file for reading: " + source);
+    const std::string index = render(next);
     std::optional<HostZipUpdate> update;
+    HostFault fault;
     try {
         update.emplace(file_);
-    } catch (const HostError&) {
-        // Told below, with a name that it would refuse.
+    } catch (const HostError& error) {
+        fault = error.getFault(); // told below, with a name that it would refuse
+        fault.cause = fault.cause.empty() ? error.what() : fault.cause;
     }
     for (const auto& [member, source] : sources) {
-        // The index would take the file's place.
-        if (!update || !HostZipUpdate::getNameFault(member).empty() || member == getJsonFileName())
-            throw HostUserException(operation + "Could not open file for streaming: " + member);
+        if (update)
+            // The index would take the file's place.
+            fault = {file_, member, 0, 0, member == getJsonFileName() ? "it is the index" : HostZipUpdate::getNameFault(member)};
+        if (!fault.cause.empty())
+            throw HostUserException(operation + "Could not open file for streaming: " + member, fault);
         update->putFile(member, source);
     }
-    update->put(getJsonFileName(), render(next));
+    update->put(getJsonFileName(), index);
     update->attachDigest();
     update->commit();
     files_ = next.files_;
 }
 
 void HMDAArchive::writeJSON() const {
+    const std::string index = render(*this);
     hoststream::iostreams::zip_ostream out(getJsonFileName(), file_, 0);
     if (!out.is_open())
         throw HostUserException("HMDAArchive::writeJSON() - Could not open file for streaming: " + file_);
-    out << render(*this);
+    out << index;
     out.close();
 }
 
@@ -240,10 +223,7 @@ std::string HMDAArchive::extractDir_(const std::string& name, const std::string&
 
 std::string HMDAArchive::extractFile_(const std::string& name, const std::string& destDir) const {
     const std::string operation = "HMDAArchive::_extractFile() - ";
-    std::string fault = HostZipUpdate::getNameFault(name);
-    if (static_cast<std::size_t>(std::count(name.begin(), name.end(), '/')) >= HostZip::kMaxNameParts)
-        fault = "it lies too deep";
-    if (!fault.empty())
+    if (const std::string fault = HostZipUpdate::getNameFault(name); !fault.empty())
         throw HostUserException(operation + "Could not extract file: " + file_ + ": " + name + ": " + fault);
     const HostZipSession session(file_);
     if (const std::string broken = HostZip::getFault(file_); !broken.empty())

@@ -2,20 +2,19 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "StagedFiles.h"
 
+#include "../foundations/CheckedDocument.h"
 #include "HPLPlatform.h"
 #include "HostFile.h"
 #include "HostFileUtils.h"
 #include "HostZip.h"
 #include "JSONObjectWriter.h"
 
-#include <sstream>
+#include <memory>
 
 void staged_files::writeDocument(const HPLPlatform& platform, const std::string& file) {
     zep_platform::JSONObjectWriter writer;
     platform.toJSON(writer);
-    std::ostringstream text;
-    writer.write(text);
-    HostFileUtils::writeFileAtomically(file, text.str());
+    HostFileUtils::writeFileAtomically(file, zep_platform::renderChecked(writer));
 }
 
 void staged_files::pack(const std::string& folder, const std::string& archive, bool withDigest) {

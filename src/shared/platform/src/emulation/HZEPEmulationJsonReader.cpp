@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPEmulationJsonReader.h"
 
+#include "../loading/ReaderFault.h"
 #include "EmulationJsonKeys.h"
 #include "HZEPEmulations.h"
 #include "HZEPJSONText.h"
@@ -56,10 +57,13 @@ void HZEPEmulationJsonReader::parseFromDsa(std::string archive, std::string memb
     const std::string name = withoutLeadingDot(member);
     ptree root;
     try {
-        HZEPJSONText::read(HostZip::readMember(archive, name), root);
-    } catch (const HostError&) {
+        HZEPJSONText::read(HostZip::readMember(archive, name, HostZip::kMaxMetadataSize), root);
+    } catch (const HostError& error) {
         // Missing, encrypted, too large or damaged: all one here.
-        throw HostError(HostMsgMgr::getText({"platform", HostMsgMgr::Error, "@74-34@%s%s", {archive, name}}));
+        throw HostError(HostMsgMgr::getText({"platform", HostMsgMgr::Error, "@74-34@%s%s", {archive, name}}),
+                        toReaderFault(error, archive, name));
+    } catch (const HZEPJSONTextError& error) {
+        throw error.in(archive, name);
     }
     HZEPEmulationJsonReader(emulations).parseRoot_(root);
 }

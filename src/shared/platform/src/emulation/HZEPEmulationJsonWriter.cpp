@@ -2,15 +2,14 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPEmulationJsonWriter.h"
 
+#include "../foundations/CheckedDocument.h"
 #include "HZEPEmulations.h"
-#include "HZEPJSONText.h"
 #include "HostErrors.h"
 #include "HostFileUtils.h"
 
 #include <boost/property_tree/json_parser/error.hpp>
 #include <boost/property_tree/ptree.hpp>
 
-#include <sstream>
 #include <utility>
 
 using boost::property_tree::ptree;
@@ -43,10 +42,9 @@ void HZEPEmulationJsonWriter::writeJson() {
                 file.put("inst_path", sourceFile->getInstPath());
         }
     }
-    std::ostringstream text;
-    HZEPJSONText::write(text, root);
+    const std::string text = zep_platform::renderChecked(root);
     try {
-        HostFileUtils::writeFileAtomically(path_, text.str());
+        HostFileUtils::writeFileAtomically(path_, text);
     } catch (const HostError& error) {
         throw boost::property_tree::json_parser::json_parser_error(error.what(), path_, 0);
     }

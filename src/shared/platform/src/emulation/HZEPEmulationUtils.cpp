@@ -16,6 +16,7 @@
 #include "HostTclTasks.h"
 #include "HostZip.h"
 #include "HostZipUpdate.h"
+#include "PropertyOrigins.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -36,8 +37,8 @@ constexpr const char* kEmulationName = "hw_emu";
 constexpr const char* kDesign = "emu.bd";
 constexpr const char* kDesignFolder = "emu";
 
-void send(unsigned severity, const char* key, std::vector<std::string> args = {}) {
-    HostMsgMgr::getGlobal().send("platform", severity, key, std::move(args));
+void send(unsigned severity, const char* key, std::vector<std::string> args = {}, HostFault fault = {}) {
+    HostMsgMgr::getGlobal().send("platform", severity, key, std::move(args), std::move(fault));
 }
 
 std::string getBaseName(const std::string& archive) {
@@ -99,11 +100,11 @@ void describeOverlay(const std::string& overlayDir, const std::string& hpfmName,
 
 bool HZEPEmulationUtils::generateDsaEmu(const std::string& dsa, std::string outDir, std::string propName) {
     if (!HostFile::exists(dsa)) {
-        send(HostMsgMgr::CriticalWarning, "@74-32@%s", {dsa});
+        send(HostMsgMgr::CriticalWarning, "@74-32@%s", {dsa}, {dsa, "", 0, 0, "does not exist"});
         return false;
     }
     if (!HostFile::isRegularFile(dsa)) {
-        send(HostMsgMgr::CriticalWarning, "@74-36@%s", {dsa});
+        send(HostMsgMgr::CriticalWarning, "@74-36@%s", {dsa}, {dsa, "", 0, 0, "is no file"});
         return false;
     }
     const bool updatesArchive = outDir.empty();
@@ -128,12 +129,16 @@ bool HZEPEmulationUtils::generateEmuPropDict(const std::string& dsa, const std::
         HZEPEmulationXMLReader::parseFromDsa(archive, member, &emulations);
 
     const HZEPTmpDirObject folder("emu_prop");
+    PropertyOrigins origins(dsa);
     const std::string prop = folder.get() + "/temp_prop.json";
     const std::string userProp = folder.get() + "/temp_user_prop.json";
     for (const HZEPEmulation* emulation : emulations.getEmulations())
         for (const HZEPEmulationFile* file : emulation->getFiles())
-            if (file->getType() == keys::kFileType || file->getType() == keys::kUserFileType)
-                platform.extractFileFromPlatform(file->getName(), file->getType() == keys::kFileType ? prop : userProp);
+            if (file->getType() == keys::kFileType || file->getType() == keys::kUserFileType) {
+                const std::string& extracted = file->getType() == keys::kFileType ? prop : userProp;
+                platform.extractFileFromPlatform(file->getName(), extracted);
+                origins.add(extracted, file->getName());
+            }
 
     const std::string script = getPropertyScript(outDir, propName);
     if (const std::string parent = HostFile(script).getParent(); !parent.empty())
@@ -161,7 +166,7 @@ bool HZEPEmulationUtils::generateDsaEmuScripts(const std::string& dsaName, const
     command.append(kUpdateScript).append("\n");
     host::tcltasks::task_manager::eval_in_tcl(command);
     if (std::none_of(designs.begin(), designs.end(), [](const std::string& design) { return HostFile::exists(design); })) {
-        send(HostMsgMgr::Error, "@74-33@");
+        send(HostMsgMgr::Error, "@74-33@", {}, {designs.front(), "", 0, 0, "the build did not make it"});
         return false;
     }
     describeOverlay(overlayDir, hpfmName, dynamicRegion);

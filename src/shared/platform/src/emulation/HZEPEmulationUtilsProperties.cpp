@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // SPDX-FileCopyrightText: the hzep platform authors
+#include "../loading/ReaderFault.h"
 #include "EmulationPropertyKeys.h"
 #include "HZEPEmulationUtils.h"
 #include "HZEPJSONText.h"
 #include "HostMsgMgr.h"
 #include "HostPathUtils.h"
+#include "PropertyOrigins.h"
 
 #include <boost/property_tree/exceptions.hpp>
 #include <boost/property_tree/ptree.hpp>
@@ -73,8 +75,8 @@ void HZEPEmulationUtils::populateDdrPropMap(const std::string& path, Banks& bank
         overwrite(clocks, std::move(file.clocks));
         file.instances.merge(instances);
         instances.swap(file.instances);
-    } catch (const boost::property_tree::ptree_error&) {
-        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Info, "@74-37@%s", {path});
+    } catch (const boost::property_tree::ptree_error& error) {
+        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Info, "@74-37@%s", {path}, PropertyOrigins::place(toReaderFault(error, path)));
     }
 }
 

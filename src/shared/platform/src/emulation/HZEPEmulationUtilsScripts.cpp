@@ -104,14 +104,14 @@ const std::string& find(const Utils::Properties& properties, const char* key) {
     return found == properties.end() ? none : found->second;
 }
 
-/// One line for each pair that is to be used, or else the dictionary empty, so that it is there.
+/// One line for each pair that is to be used. Without any, the script has no such dictionary and fails where it is named.
 std::string writeDictionary(const std::string& name, const Utils::Properties& properties, const Utils::Keys& unused,
                             const char* lineTemplate) {
     std::string text;
     for (const auto& [key, value] : properties)
         if (!unused.contains(key))
             text += fillTemplate(lineTemplate, {{"name", name}, {"key", key}, {"value", value}});
-    return text.empty() ? " set " + name + " [dict create]\n" : text;
+    return text;
 }
 
 std::string writeBanks(const Utils::Banks& banks) {
@@ -169,7 +169,7 @@ std::string writeSegment(const std::string& tag, const HZEPHardwareAddressSegmen
     const std::string name = tag + "_" + index;
     std::string text = " set " + name + " [dict create]\n dict set " + name + " index " + index + "\n";
     const std::pair<const char*, std::string> values[] = {{"auto", segment.getAuto()},
-                                                          {"sptag", segment.getSPTag()},
+                                                          {"sptag", segment.getSpTag()},
                                                           {"slr", segment.getSlr()},
                                                           {"max_masters", std::to_string(segment.getMaxMasters())}};
     for (const auto& [key, value] : values)

@@ -3,6 +3,7 @@
 #include "HZEPEmulationXMLReader.h"
 
 #include "../loading/LmxFileFailure.h"
+#include "../loading/ReaderFault.h"
 #include "HZEPEmulations.h"
 #include "HostErrors.h"
 #include "HostI18n.h"
@@ -15,8 +16,8 @@
 
 namespace {
 
-void complain(const std::string& file, int line) {
-    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-24@%s%d", {file, std::to_string(line)});
+void complain(const std::string& file, const HostFault& fault) {
+    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-24@%s%d", {file, std::to_string(fault.line)}, fault);
 }
 
 } // namespace
@@ -30,15 +31,15 @@ HZEPEmulationXMLReader::HZEPEmulationXMLReader(std::string path, HZEPEmulations*
 void HZEPEmulationXMLReader::parseXml() {
     const auto read = [this](const ZEPEmulation::Root& root) { parseRoot_(root, *emulations_); };
     if (const auto failure = readLmxFile<ZEPEmulation::Root>(path_, read))
-        complain(path_, failure->line);
+        complain(path_, failure->toFault(path_));
 }
 
 void HZEPEmulationXMLReader::parseFromDsa(std::string archive, std::string member, HZEPEmulations* emulations) {
     std::string text;
     try {
-        text = HostZip::readMember(archive, member);
-    } catch (const HostError&) {
-        complain(member, 0);
+        text = HostZip::readMember(archive, member, HostZip::kMaxMetadataSize);
+    } catch (const HostError& error) {
+        complain(member, toReaderFault(error, archive, member));
         return;
     }
     const auto failure = catchLmxFailure([&] {
@@ -49,7 +50,7 @@ void HZEPEmulationXMLReader::parseFromDsa(std::string archive, std::string membe
         return code;
     });
     if (failure)
-        complain(member, failure->line);
+        complain(member, failure->toFault(archive, member));
 }
 
 void HZEPEmulationXMLReader::parseRoot_(const ZEPEmulation::Root& root, HZEPEmulations& emulations) {

@@ -3,11 +3,21 @@
 #include "HZEPEmulationXMLWriter.h"
 
 #include "../formats/LmxFile.h"
+#include "../foundations/CheckedDocument.h"
 #include "HZEPEmulations.h"
 #include "HostI18n.h"
 #include "ZEPEmulationLMX.h"
 
 #include <utility>
+
+namespace {
+
+std::wstring wide(const std::string& text) {
+    zep_platform::refuseUnlessUtf8("a value of an emulation", text);
+    return HostI18n::toWide(text);
+}
+
+} // namespace
 
 HZEPEmulationXMLWriter::HZEPEmulationXMLWriter(HZEPEmulations* emulations, std::string path)
     : emulations_(emulations), path_(std::move(path)) {}
@@ -26,13 +36,13 @@ void HZEPEmulationXMLWriter::writeXml_(ZEPEmulation::Root& root) const {
     for (const HZEPEmulation* source : emulations_->getEmulations()) {
         list.AppendEmulation();
         ZEPEmulation::Emulation& emulation = list.BackEmulation();
-        emulation.SetName(HostI18n::toWide(source->getName()));
+        emulation.SetName(wide(source->getName()));
         ZEPEmulation::Files& files = emulation.GetFiles();
         for (const HZEPEmulationFile* sourceFile : source->getFiles()) {
             files.AppendFile();
             ZEPEmulation::File& file = files.BackFile();
-            file.SetType(HostI18n::toWide(sourceFile->getType()));
-            file.SetName(HostI18n::toWide(sourceFile->getName()));
+            file.SetType(wide(sourceFile->getType()));
+            file.SetName(wide(sourceFile->getName()));
         }
     }
 }

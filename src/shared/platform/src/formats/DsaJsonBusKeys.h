@@ -18,7 +18,7 @@ inline constexpr Key<HZEPHardwareAddressSegment> kAddressSegmentKeys[] = {
     SegmentRow::number<&HZEPHardwareAddressSegment::setIndex>("index"),
     SegmentRow::text<&HZEPHardwareAddressSegment::setMemoryInstance>("memoryInstance"),
     SegmentRow::text<&HZEPHardwareAddressSegment::setAuto>("auto"),
-    SegmentRow::text<&HZEPHardwareAddressSegment::setSPTag>("spTag"),
+    SegmentRow::text<&HZEPHardwareAddressSegment::setSpTag>("spTag"),
     SegmentRow::text<&HZEPHardwareAddressSegment::setSlr>("slr"),
     SegmentRow::number<&HZEPHardwareAddressSegment::setMaxMasters>("maxMasters"),
     SegmentRow::text<&HZEPHardwareAddressSegment::setName>("name"),

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPDsaJsonReader.h"
 
+#include "../loading/ReaderFault.h"
 #include "DsaJsonPlatformKeys.h"
 #include "HPLPlatform.h"
 #include "HZEPEmulationJsonReader.h"
@@ -28,8 +29,8 @@ using zep_platform::PlatformLoader;
 
 namespace {
 
-void complain(const char* key, std::vector<std::string> args) {
-    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, key, std::move(args));
+void complain(const char* key, std::vector<std::string> args, const HostFault& fault) {
+    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, key, std::move(args), fault);
 }
 
 // A text of this size is read into one tree, which is quicker; the lists of a larger one are read item by item, which saves memory.
@@ -61,10 +62,12 @@ HZEPDsaJsonReader::HZEPDsaJsonReader(HPLPlatform* platform) : platform_(platform
 
 bool HZEPDsaJsonReader::canParse(const std::string& archive, HwMetadataMode mode, std::string& entry) {
     if (!HostPathUtils::exists(archive)) {
-        complain("@74-66@%s", {archive});
+        fault_ = {archive, "", 0, 0, "does not exist"};
+        complain("@74-66@%s", {archive}, fault_);
         return false;
     }
     archive_ = archive;
+    fault_ = {archive, "", 0, 0, "its JSON metadata is not asked for"};
     if (mode == PlatformLoader::XmlOnly)
         return false;
     platform_->setPlatformFile(HostFile::getCanonicalName(archive));
@@ -74,6 +77,7 @@ bool HZEPDsaJsonReader::canParse(const std::string& archive, HwMetadataMode mode
     const std::string primary = platform_->getJsonFileName();
     const bool hasAlternate = HostZip::containsFile(archive, alternate);
     const bool hasPrimary = HostZip::containsFile(archive, primary);
+    fault_.cause = "holds no JSON metadata: there is no entry \"" + primary + "\"";
     if (!hasAlternate && !hasPrimary)
         return false;
     entry = mode == PlatformLoader::PreferAlternateJson && hasAlternate ? alternate : primary;
@@ -105,7 +109,8 @@ bool HZEPDsaJsonReader::parseHwEmuKAR(const std::string& archive, HwMetadataMode
     if (!canParseHwEmu(archive, mode, entry))
         return false;
     if (!hoststream::iostreams::zip_istream(entry, archive).is_open()) {
-        complain("@74-67@%s%s", {archive, entry});
+        fault_ = {archive, entry, 0, 0, "can't be opened"};
+        complain("@74-67@%s%s", {archive, entry}, fault_);
         return false;
     }
     if (!parseMember_(archive, entry))
@@ -116,12 +121,18 @@ bool HZEPDsaJsonReader::parseHwEmuKAR(const std::string& archive, HwMetadataMode
 }
 
 bool HZEPDsaJsonReader::parseMember_(const std::string& archive, const std::string& entry) {
+    fault_ = {archive, entry, 0, 0, "is empty"};
     try {
-        return parseJsonString(HostZip::readMember(archive, entry));
+        if (parseJsonString(HostZip::readMember(archive, entry, HostZip::kMaxMetadataSize))) {
+            fault_ = {};
+            return true;
+        }
     } catch (const std::exception& error) {
-        complain("@74-64@%s%s%s", {entry, archive, error.what()});
+        fault_ = toReaderFault(error, archive, entry);
+        complain("@74-64@%s%s%s", {entry, archive, error.what()}, fault_);
     } catch (...) {
-        complain("@74-63@%s%s", {entry, archive});
+        fault_.cause = "can't be read for an unknown reason";
+        complain("@74-63@%s%s", {entry, archive}, fault_);
     }
     return false;
 }
@@ -187,7 +198,7 @@ std::string HZEPDsaJsonReader::getHpfmStr() const {
     const std::string entry = getHpfmFile();
     if (entry.empty() || !hoststream::iostreams::zip_istream(entry, archive_).is_open())
         return "";
-    return HostZip::readMember(archive_, entry);
+    return HostZip::readMember(archive_, entry, HostZip::kMaxMetadataSize);
 }
 
 bool HZEPDsaJsonReader::readHpfmBusInterfaces(const std::string& hpfmText) {

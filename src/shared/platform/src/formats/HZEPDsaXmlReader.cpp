@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPDsaXmlReader.h"
 
+#include "../loading/ReaderFault.h"
 #include "BasePlatformLMX.h"
 #include "HPLPlatform.h"
 #include "HZEPEmulationXMLReader.h"
@@ -49,7 +50,8 @@ bool HZEPDsaXmlReader::parseDSA() {
     return readRoot_(platform_->getXmlFileName(), [this](const BasePlatform::Root& root) {
         std::string message;
         if (!canDsaBeOpened_(root, message)) {
-            HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-52@%s", {message});
+            fault_ = {path_, platform_->getXmlFileName(), 0, 0, message};
+            HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-52@%s", {message}, fault_);
             return false;
         }
         parseRoot_(root);
@@ -71,7 +73,7 @@ bool HZEPDsaXmlReader::getRootVersion(int& major, int& minor) {
 
 /// Hands the member's document to `use`; answers with its answer, or reports what went wrong and answers false.
 template <class Use>
-bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) const {
+bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) {
     HostMsgMgr& messages = HostMsgMgr::getGlobal();
     try {
         bool answer = false;
@@ -79,7 +81,7 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
             BasePlatform::Root root;
             lmx60::elmx_error code;
             {
-                const std::string text = HostZip::readMember(path_, member);
+                const std::string text = HostZip::readMember(path_, member, HostZip::kMaxMetadataSize);
                 code = root.Unmarshal(text.data(), text.size(), nullptr);
             }
             if (code == lmx60::error_none)
@@ -88,10 +90,12 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) cons
         });
         if (!failure)
             return answer;
+        fault_ = failure->toFault(path_, member);
         messages.send("platform", HostMsgMgr::CriticalWarning, "@74-62@%s%s%d",
-                      {path_ + HostFile::getDirSeparator() + member, failure->text, std::to_string(failure->line)});
+                      {path_ + HostFile::getDirSeparator() + member, failure->text, std::to_string(failure->line)}, fault_);
     } catch (const std::exception& e) {
-        messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()});
+        fault_ = toReaderFault(e, path_, member);
+        messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()}, fault_);
     }
     return false;
 }
@@ -300,7 +304,7 @@ void HZEPDsaXmlReader::parseCore_(const BasePlatform::Core& source, HPLCore& cor
     if (source.IssetParentRMInstancePath())
         core.setParentRMInstPath(source.GetParentRMInstancePathUtf8());
     if (source.IssetVLNV())
-        core.setVLNV(source.GetVLNVUtf8());
+        core.setVlnv(source.GetVLNVUtf8());
     if (source.IssetDRBDName())
         core.setDRBDName(source.GetDRBDNameUtf8());
     // DRBaseAddress is written and not read.
@@ -397,31 +401,32 @@ void HZEPDsaXmlReader::parseFile_(const BasePlatform::File& source) {
         file.setProcessingOrder(source.GetProcessingOrderUtf8());
     if (source.IssetUsedIn())
         file.setUsedIn(source.GetUsedInUtf8());
-    if (isWord(source.GetTypeUtf8(), "HPFM")) {
-        takeListed_(name);
+    if (isWord(source.GetTypeUtf8(), "HPFM"))
         parseHpfm_(name);
-    }
-    if (isWord(source.GetTypeUtf8(), "EMU_XML")) {
-        takeListed_(name);
+    if (isWord(source.GetTypeUtf8(), "EMU_XML"))
         scanEmulations_(name);
-    }
 }
 
-/// A small archive could list one large member any number of times, or many that share their bytes.
-void HZEPDsaXmlReader::takeListed_(const std::string& member) {
-    std::uint64_t size = 0;
+/// A small archive could list one large member any number of times, or many that share their bytes. False for one member too many, which
+/// is not read.
+bool HZEPDsaXmlReader::takeListed_(const std::string& member) {
     try {
-        size = HostZipMember(path_, member, HostZip::kMaxMemberSize).getSize();
+        const std::uint64_t size = HostZipMember(path_, member, HostZip::kMaxMetadataSize).getSize();
+        if (size > listedSizeLeft_)
+            return false;
+        listedSizeLeft_ -= size;
     } catch (const HostError&) {
-        return; // whoever reads it says so
+        // Whoever reads it says so.
     }
-    if (size > listedSizeLeft_)
-        throw HostError("the files listed are read up to " + std::to_string(kMaxListedSize) + " bytes in all, which '" + member +
-                        "' exceeds");
-    listedSizeLeft_ -= size;
+    return true;
 }
 
 void HZEPDsaXmlReader::scanEmulations_(const std::string& member) {
+    if (!takeListed_(member)) {
+        const std::string cause = "the files listed are read up to " + std::to_string(kMaxListedSize) + " bytes in all";
+        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-24@%s%d", {member, "0"}, {path_, member, 0, 0, cause});
+        return;
+    }
     HZEPEmulations emulations;
     HZEPEmulationXMLReader::parseFromDsa(path_, member, &emulations);
     for (const HZEPEmulation* emulation : emulations.getEmulations())
@@ -430,13 +435,15 @@ void HZEPDsaXmlReader::scanEmulations_(const std::string& member) {
                 platform_->setSupportsHWEmulation(true);
 }
 
-/// A bad file does not stop the read; what it has to say goes over what the metadata said before.
+/// A bad file does not stop the read, and one that can't be read is an empty one; what it has to say goes over what the metadata said
+/// before.
 void HZEPDsaXmlReader::parseHpfm_(const std::string& member) {
     std::string text;
     try {
-        text = HostZip::readMember(path_, member);
-    } catch (const HostError& e) {
-        std::cout << e.what() << std::endl;
+        if (takeListed_(member))
+            text = HostZip::readMember(path_, member, HostZip::kMaxMetadataSize);
+    } catch (const HostError&) {
+        // The reader below complains.
     }
     platform_->setHpfmString(text);
     if (HZEPHpfmReader(text, platform_).parseStream()) {

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPDsaXmlWriter.h"
 
+#include "../foundations/CheckedDocument.h"
+#include "../hardware/CutName.h"
 #include "BasePlatformLMX.h"
 #include "HPLPlatform.h"
 #include "HostI18n.h"
@@ -17,6 +19,7 @@ constexpr const wchar_t* kSwitchName = L"xp";
 constexpr const char* kDefaultBinaryFormat = "acclib2";
 
 std::wstring wide(const std::string& text) {
+    zep_platform::refuseUnlessUtf8("a value of the platform", text);
     return HostI18n::toWide(text);
 }
 
@@ -261,7 +264,7 @@ void HZEPDsaXmlWriter::writeCore_(HPLCore* core, BasePlatform::Core& target) con
     target.SetType(wide(core->getType()));
     target.SetComputeUnits(static_cast<unsigned char>(core->getNumComputeUnits()));
     setUnlessEmpty(target, &Core::SetClockFreq, core->getClockFreq());
-    setUnlessEmpty(target, &Core::SetVLNV, core->getVLNV());
+    setUnlessEmpty(target, &Core::SetVLNV, core->getVlnv());
     setUnlessEmpty(target, &Core::SetInstancePath, core->getInstPath());
     setUnlessEmpty(target, &Core::SetParentRMInstancePath, core->getParentRMInstPath());
     setUnlessEmpty(target, &Core::SetDRBaseAddress, core->getDRBaseAddress());
@@ -321,8 +324,8 @@ void HZEPDsaXmlWriter::writeFeatureRom_(BasePlatform::DSA* dsa) const {
         rom.SetDruvelBuildID(source.getDruvelBuildID());
         rom.SetIPBuildID(source.getIPBuildID());
         rom.SetTimeSinceEpoch(source.getTimeSinceEpoch());
-        rom.SetFPGAPartName(wide(source.getFPGAPartName()));
-        rom.SetVBNVName(wide(source.getVBNVName()));
+        rom.SetFPGAPartName(wide(withoutCutCharacter(source.getFPGAPartName())));
+        rom.SetVBNVName(wide(withoutCutCharacter(source.getVBNVName())));
         rom.SetDDRChannelCount(source.getDDRChannelCount());
         rom.SetDDRChannelSize(source.getDDRChannelSize());
         rom.SetDRBaseAddress(source.getDRBaseAddress());

@@ -22,8 +22,8 @@ Repository readRepository(const std::string& text) {
     return repository;
 }
 
-void complain(const char* key, const std::string& text) {
-    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, key, {text});
+void complain(const char* key, const std::string& text, HostFault fault) {
+    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, key, {text}, std::move(fault));
 }
 
 } // namespace
@@ -44,7 +44,7 @@ bool HZEPHpfmReader::parseFile() {
     errorMsg_ = "Error parsing hardware platform file: " + file_;
     std::cout << errorMsg_ << std::endl;
     errorMsg_ += "\n" + describeLmxFailure(*failure);
-    complain("@74-12@", errorMsg_);
+    complain("@74-12@", errorMsg_, failure->toFault(file_));
     return false;
 }
 
@@ -60,7 +60,7 @@ bool HZEPHpfmReader::parseStream() {
         return true;
     errorMsg_ = "Error parsing hardware platform stream from DSA\n" + describeLmxFailure(*failure);
     std::cout << errorMsg_ << std::endl;
-    complain("@74-31@", errorMsg_);
+    complain("@74-31@", errorMsg_, failure->toFault(""));
     return false;
 }
 
@@ -214,7 +214,7 @@ void HZEPHpfmReader::parseAddressSegment_(const BusInterfaceAddressSegment& sour
         }
     }
     if (source.IssetSptag())
-        segment.setSPTag(source.GetSptagUtf8());
+        segment.setSpTag(source.GetSptagUtf8());
     if (source.IssetSlr())
         segment.setSlr(source.GetSlrUtf8());
     if (source.IssetMaxMasters())

@@ -17,8 +17,8 @@ namespace {
 constexpr const wchar_t* kHbmSubsystem = L"hbm_memory_subsystem";
 constexpr const wchar_t* kPreferred = L"preferred";
 
-void complain(const char* key, std::vector<std::string> args) {
-    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, key, std::move(args));
+void complain(const char* key, std::vector<std::string> args, HostFault fault) {
+    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, key, std::move(args), std::move(fault));
 }
 
 /// Whether a bank was marked. With a second subsystem the answer is no, and nothing is to be written.
@@ -30,7 +30,7 @@ bool markHbmBanks(Component& component) {
         if (!bus.IssetComponentRef() || bus.GetComponentRef() != kHbmSubsystem)
             continue;
         if (seen) {
-            complain("@74-261@", {});
+            complain("@74-261@", {}, {});
             return false;
         }
         seen = true;
@@ -69,12 +69,13 @@ bool HZEPHpfmUtl::iterateOverAddressSegments(BusInterface& bus, bool mark) {
 
 void HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(const std::string& path) {
     if (!HostPathUtils::exists(path)) {
-        complain("@74-12@", {"File: " + path + " doesn't exist.\n"});
+        complain("@74-12@", {"File: " + path + " doesn't exist.\n"}, {path, "", 0, 0, "does not exist"});
         return;
     }
     Repository repository;
-    const auto failure = catchLmxFailure([&] {
-        const lmx60::elmx_error code = repository.Unmarshal(path.c_str(), nullptr);
+    lmx60::s_debug_error error;
+    auto failure = catchLmxFailure([&] {
+        const lmx60::elmx_error code = repository.Unmarshal(path.c_str(), &error);
         if (code == lmx60::error_none) {
             // Read once as any reader would, for what the model has to say about the file.
             HPLPlatform scratch;
@@ -85,7 +86,8 @@ void HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(const std::string& path) {
         return code;
     });
     if (failure) {
-        complain("@74-260@%s%s%s", {path, std::to_string(failure->line), failure->text});
+        failure->text += error.text.empty() ? "" : ": " + error.text;
+        complain("@74-260@%s%s%s", {path, std::to_string(failure->line), failure->text}, failure->toFault(path));
         return;
     }
     if (!markHbmBanks(repository.GetComponent()))

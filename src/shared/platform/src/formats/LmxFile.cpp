@@ -5,6 +5,7 @@
 #include "HostErrors.h"
 #include "HostFileUtils.h"
 #include "HostMsgMgr.h"
+#include "lmx60.h"
 
 namespace {
 
@@ -26,6 +27,9 @@ void setLmxWriterDefaults() {
 }
 
 void replaceLmxFile(const std::string& path, const std::string& document) {
+    if (document.size() > lmx60::c_xml::max_document_size)
+        throwLmxWriteFault(path,
+                           "the document is larger than the " + std::to_string(lmx60::c_xml::max_document_size) + " bytes that are read");
     try {
         HostFileUtils::writeFileAtomically(path, document);
     } catch (const HostError&) {

@@ -5,20 +5,15 @@
 
 #include "HostErrors.h"
 #include "HostFileUtils.h"
+#include "HostText.h"
 #include "JSONRenderer.h"
 
 // Boost's parser still uses the placeholders of the global namespace.
 #define BOOST_BIND_GLOBAL_PLACEHOLDERS
 #include <boost/property_tree/json_parser.hpp>
 
-#include <rapidjson/encodings.h>
-#include <rapidjson/memorystream.h>
-#include <rapidjson/reader.h>
-
 #include <algorithm>
-#include <cstring>
-#include <istream>
-#include <limits>
+#include <iterator>
 #include <optional>
 #include <streambuf>
 #include <string_view>
@@ -41,38 +36,48 @@ struct Wishes {
 };
 
 // Fills a tree from the events of a reader. Every child is inserted empty at its place and filled there: a tree is never copied.
-template <class Stream>
-class TreeFiller {
+class TreeFiller : public HostJson::Events {
 public:
-    TreeFiller(ptree& root, const Stream& stream, bool hasEscapes, const Wishes& wishes)
-        : root_(root), stream_(stream), hasEscapes_(hasEscapes), wishes_(wishes) {}
+    TreeFiller(ptree& root, std::string_view text, const Wishes& wishes) : root_(root), text_(text), wishes_(wishes) {}
 
-    bool Null() { return scalar("null", 4); }
-    bool Bool(bool value) { return value ? scalar("true", 4) : scalar("false", 5); }
-    bool RawNumber(const char* text, rapidjson::SizeType size, bool) { return scalar(text, size); }
-    bool String(const char* text, rapidjson::SizeType size, bool) { return clean(text, size) && scalar(text, size); }
-    bool Key(const char* text, rapidjson::SizeType size, bool) {
-        if (!clean(text, size))
-            return false;
+    bool key(std::string_view name, std::size_t) override {
         if (leftOut_ > 0)
             return true;
-        const std::string_view key(text, size);
         leaveOutNext_ =
-            wishes_.names && levels_.size() == 1 && wishes_.names->contains(key) && root_.find(std::string(key)) == root_.not_found();
-        next_ = &emptyChild(key);
+            wishes_.names && levels_.size() == 1 && wishes_.names->contains(name) && root_.find(std::string(name)) == root_.not_found();
+        next_ = &emptyChild(name);
         return true;
     }
-    bool StartObject() { return open(false); }
-    bool StartArray() { return open(true); }
-    bool EndObject(rapidjson::SizeType) { return close(); }
-    bool EndArray(rapidjson::SizeType) { return close(); }
 
-    // Numbers come as text.
-    bool Int(int) { return false; }
-    bool Uint(unsigned) { return false; }
-    bool Int64(std::int64_t) { return false; }
-    bool Uint64(std::uint64_t) { return false; }
-    bool Double(double) { return false; }
+    bool value(std::string_view text, std::size_t) override {
+        if (leftOut_ > 0)
+            return true;
+        place().data().assign(text);
+        handOver();
+        return true;
+    }
+
+    bool open(bool isList, std::size_t offset) override {
+        if (leftOut_ > 0 || (isList && leaveOutNext_)) {
+            if (leftOut_++ == 0)
+                listBegin_ = offset;
+            return true;
+        }
+        leaveOutNext_ = false;
+        levels_.push_back({&place(), isList});
+        return true;
+    }
+
+    bool close(std::size_t offset) override {
+        if (leftOut_ == 0) {
+            levels_.pop_back();
+            handOver();
+        } else if (--leftOut_ == 0) {
+            leaveOutNext_ = false;
+            wishes_.lists->try_emplace(next_->first, text_.substr(listBegin_, offset + 1 - listBegin_));
+        }
+        return true;
+    }
 
 private:
     struct Level {
@@ -85,38 +90,6 @@ private:
     };
 
     static constexpr std::size_t kKeptKeys = 256;
-
-    bool scalar(const char* text, std::size_t size) {
-        if (leftOut_ > 0)
-            return true;
-        place().data().assign(text, size);
-        handOver();
-        return true;
-    }
-
-    bool open(bool isArray) {
-        if (levels_.size() + leftOut_ == HZEPJSONText::kMaxDepth)
-            return false;
-        if (leftOut_ > 0 || (isArray && leaveOutNext_)) {
-            if (leftOut_++ == 0)
-                listBegin_ = stream_.src_;
-            return true;
-        }
-        leaveOutNext_ = false;
-        levels_.push_back({&place(), isArray});
-        return true;
-    }
-
-    bool close() {
-        if (leftOut_ == 0) {
-            levels_.pop_back();
-            handOver();
-        } else if (--leftOut_ == 0) {
-            leaveOutNext_ = false;
-            wishes_.lists->try_emplace(next_->first, listBegin_, stream_.src_ + 1 - listBegin_);
-        }
-        return true;
-    }
 
     void handOver() {
         if (!wishes_.take || levels_.size() != 1)
@@ -142,20 +115,8 @@ private:
         return spare_.emplace(std::string(key), ptree());
     }
 
-    // The reader lets an escaped low surrogate without its high one through; it shows as the three bytes of a surrogate.
-    bool clean(const char* text, std::size_t size) const {
-        if (!hasEscapes_)
-            return true;
-        const char* const end = text + size;
-        for (const char* at = text; (at = static_cast<const char*>(std::memchr(at, 0xED, static_cast<std::size_t>(end - at)))); ++at)
-            if (static_cast<unsigned char>(at[1]) >= 0xA0)
-                return false;
-        return true;
-    }
-
     ptree& root_;
-    const Stream& stream_;
-    const bool hasEscapes_;
+    const std::string_view text_;
     const Wishes wishes_;
     std::vector<Level> levels_;
     std::unordered_map<std::string, ptree, KeyHash, std::equal_to<>> children_;
@@ -164,27 +125,8 @@ private:
     const ptree::value_type* next_ = &item_;
     bool leaveOutNext_ = false;
     std::size_t leftOut_ = 0; // levels, counted from the list that is left out
-    const char* listBegin_ = nullptr;
+    std::size_t listBegin_ = 0;
 };
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
-
-bool hasEscapes(std::string_view text) {
-    return text.find("\\u") != text.npos;
-}
-
-bool readFast(const std::string& text, ptree& out, const Wishes& wishes) {
-    if (text.size() >= std::numeric_limits<rapidjson::SizeType>::max())
-        return false;
-    const std::size_t start = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
-    rapidjson::StringStream stream(text.c_str() + start);
-    TreeFiller filler(out, stream, hasEscapes(text), wishes);
-    rapidjson::Reader reader;
-    // A zero byte ends the stream early.
-    return reader.Parse<kFlags>(stream, filler) && start + stream.Tell() == text.size();
-}
 
 std::size_t lineAt(const std::string& text, std::size_t offset) {
     return 1 + static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
@@ -195,7 +137,7 @@ std::size_t findTooDeep(const std::string& text) {
     std::size_t depth = 0;
     bool inString = false;
     // Boost's parser takes three bytes for a byte order mark by the first of them.
-    for (std::size_t i = text.starts_with(kByteOrderMark.front()) ? 3 : 0; i < text.size(); ++i) {
+    for (std::size_t i = text.starts_with('\xEF') ? 3 : 0; i < text.size(); ++i) {
         const char c = text[i];
         if (inString) {
             if (c == '\\')
@@ -234,71 +176,77 @@ private:
     const std::size_t limit_;
 };
 
-struct NoOutput {
-    using Ch = char;
-    void Put(char) {}
+// Boost's parser finds a fault without building anything.
+struct NoTree {
+    using char_type = char;
+    void on_null() {}
+    void on_boolean(bool) {}
+    void on_begin_number() {}
+    void on_digit(char) {}
+    void on_end_number() {}
+    void on_begin_string() {}
+    void on_code_unit(char) {}
+    void on_end_string() {}
+    void on_begin_array() {}
+    void on_end_array() {}
+    void on_begin_object() {}
+    void on_end_object() {}
 };
 
-void refuseInvalidUtf8(const std::string& text) {
-    rapidjson::MemoryStream stream(text.data(), text.size());
-    NoOutput nothing;
-    while (stream.Tell() < text.size()) {
-        const std::size_t at = stream.Tell();
-        if (!rapidjson::UTF8<>::Validate(stream, nothing))
-            throw json_parser_error("bytes that are no UTF-8", "", lineAt(text, at));
-    }
-}
-
-// Boost's parser tells what is wrong with a text. It may also find nothing wrong: with a number that no double can hold, and with
-// some byte sequences that are no UTF-8.
-void readByBoost(const std::string& text, ptree& out) {
-    BoundedBuffer buffer(text);
-    std::istream stream(&buffer);
-    boost::property_tree::read_json(stream, out);
-    refuseInvalidUtf8(text);
+void readOrRaise(const std::string& text, ptree& out, const Wishes& wishes) {
+    TreeFiller filler(out, text, wishes);
+    if (!HostJson::read(text, filler))
+        throw HZEPJSONTextError(HZEPJSONText::explain(text));
 }
 
 } // namespace
 
+// Boost's parser tells what is wrong with a text. It may also find nothing wrong with some byte sequences that are no UTF-8.
+HostFault HZEPJSONText::explain(const std::string& text) {
+    if (std::string refusal = HostJson::getRefusal(text); !refusal.empty())
+        return {"", "", 0, 0, std::move(refusal)};
+    try {
+        namespace boost_json = boost::property_tree::json_parser::detail;
+        BoundedBuffer buffer(text);
+        NoTree callbacks;
+        boost_json::encoding<char> encoding;
+        using Units = std::istreambuf_iterator<char>;
+        boost_json::read_json_internal(Units(&buffer), Units(), encoding, callbacks, "");
+    } catch (const json_parser_error& error) {
+        return {"", "", error.line(), 0, error.message()};
+    }
+    const std::size_t invalid = HostText::findNoUtf8(text);
+    const char* const cause = invalid == text.npos ? "no JSON" : "bytes that are no UTF-8";
+    return {"", "", lineAt(text, std::min(invalid, text.size())), 0, cause};
+}
+
 void HZEPJSONText::read(const std::string& text, ptree& out) {
     ptree tree;
-    if (!readFast(text, tree, {})) {
-        tree = ptree();
-        readByBoost(text, tree);
-    }
+    readOrRaise(text, tree, {});
     out.swap(tree);
 }
 
 void HZEPJSONText::read(const std::string& text, ptree& out, const std::set<std::string, std::less<>>& names, Lists& lists) {
     ptree tree;
     Lists found;
-    if (!readFast(text, tree, {.names = &names, .lists = &found})) {
-        found.clear();
-        tree = ptree();
-        readByBoost(text, tree);
-    }
+    readOrRaise(text, tree, {.names = &names, .lists = &found});
     out.swap(tree);
     lists.swap(found);
 }
 
 void HZEPJSONText::readItems(std::string_view list, const std::function<void(ptree&)>& take) {
-    rapidjson::MemoryStream stream(list.data(), list.size());
     ptree root;
-    TreeFiller filler(root, stream, hasEscapes(list), {.take = &take});
-    rapidjson::Reader().Parse<kFlags>(stream, filler);
+    TreeFiller filler(root, list, {.take = &take});
+    HostJson::readPart(list, filler);
 }
 
 void HZEPJSONText::readFile(const std::string& path, ptree& out) {
-    std::string text;
     try {
-        text = HostFileUtils::readFile(path);
+        read(HostFileUtils::readFile(path, HostJson::kMaxBytes), out);
     } catch (const HostError& error) {
-        throw json_parser_error(error.what(), path, 0);
-    }
-    try {
-        read(text, out);
-    } catch (const json_parser_error& error) {
-        throw json_parser_error(error.message(), path, error.line());
+        throw HZEPJSONTextError({path, "", 0, 0, error.what()});
+    } catch (const HZEPJSONTextError& error) {
+        throw error.in(path);
     }
 }
 

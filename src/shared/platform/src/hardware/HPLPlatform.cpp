@@ -408,17 +408,26 @@ bool HPLPlatform::hasFile(HZEPPfmFileTypes::FileType type) const {
     return !getFile(type).empty();
 }
 
+/// The member with the extension metadata.
+static std::string getExtMetaEntry(const HPLPlatform& platform) {
+    const std::string entry = platform.getFile("META_JSON");
+    return entry.empty() ? platform.getFile("EXT_META_JSON") : entry;
+}
+
 std::string HPLPlatform::getExtMetaJsonAsString() const {
-    std::string entry = getFile("META_JSON");
-    if (entry.empty())
-        entry = getFile("EXT_META_JSON");
+    const std::string entry = getExtMetaEntry(*this);
     return entry.empty() ? "" : readEntry_(entry);
 }
 
 void HPLPlatform::getExtMetaJsonAsPtree(boost::property_tree::ptree& tree) const {
     const std::string text = getExtMetaJsonAsString();
-    if (!text.empty())
+    if (text.empty())
+        return;
+    try {
         HZEPJSONText::read(text, tree);
+    } catch (const HZEPJSONTextError& error) {
+        throw error.in(getPlatformFile(), getExtMetaEntry(*this));
+    }
 }
 
 void HPLPlatform::setComputedDesignIntent(HZEPDesignIntentStorage::Key key, bool value) {

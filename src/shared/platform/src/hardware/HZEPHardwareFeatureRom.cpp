@@ -3,6 +3,7 @@
 
 #include "HZEPHardwareFeatureRom.h"
 
+#include "CutName.h"
 #include "HostConvert.h"
 #include "HostErrors.h"
 #include "JSONObjectWriter.h"
@@ -107,8 +108,8 @@ void HZEPHardwareFeatureRom::toJSON(zep_platform::JSONObjectWriter& writer) cons
     writer.addKey("druvelBuildID", std::to_string(getDruvelBuildID()));
     writer.addKey("ipBuildID", std::to_string(getIPBuildID()));
     writer.addKey("timeSinceEpoch", std::to_string(getTimeSinceEpoch()));
-    writer.addKey("fpgaPartName", getFPGAPartName());
-    writer.addKey("vbnvName", getVBNVName());
+    writer.addKey("fpgaPartName", withoutCutCharacter(getFPGAPartName()));
+    writer.addKey("vbnvName", withoutCutCharacter(getVBNVName()));
     writer.addKey("ddrChannelCount", std::to_string(getDDRChannelCount()));
     writer.addKey("ddrChannelSize", std::to_string(getDDRChannelSize()));
     writer.addKey("drBaseAddress", hexadecimal(getDRBaseAddress()));

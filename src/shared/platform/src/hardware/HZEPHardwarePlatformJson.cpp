@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPHardwarePlatform.h"
 
+#include "HostText.h"
 #include "ModelJson.h"
 
 using zep_platform::JSONListWriter;
@@ -26,7 +27,8 @@ void HZEPHardwarePlatform::toJSON(JSONObjectWriter& writer) const {
     writer.addKey("fpgaPart", getFpgaPart());
     writer.addKey("fpgaDevice", getFpgaDevice());
     writer.addKey("interfaceDescription", getInterfaceDesc());
-    writer.addKey("platformFile", getPlatformFile());
+    // A path may be any bytes; a document is text.
+    writer.addKey("platformFile", HostText::toUtf8(getPlatformFile()));
     writer.addKey("unifiedPlatform", isUnifiedPlatform());
     writer.addKey("expandablePlatform", isExpandable());
     writer.addKey("hardware", supportsHardware());

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPSemanticLabelReader.h"
 
+#include "../loading/ReaderFault.h"
 #include "HZEPJSONText.h"
 #include "HostFile.h"
 #include "HostMsgMgr.h"
@@ -19,8 +20,8 @@ constexpr char kPcieEndpoint[] = "pcie_endpoint";
 constexpr char kCpuEndpoint[] = "cpu_endpoint";
 constexpr char kDebugNetwork[] = "debug_network";
 
-void send(unsigned severity, const char* key, std::vector<std::string> args) {
-    HostMsgMgr::getGlobal().send("platform", severity, key, std::move(args));
+void send(unsigned severity, const char* key, std::vector<std::string> args, HostFault fault = {}) {
+    HostMsgMgr::getGlobal().send("platform", severity, key, std::move(args), std::move(fault));
 }
 
 /// The label joins the list once it is whole, so that a message about it finds the labels before it.
@@ -40,7 +41,7 @@ void write(zep_platform::JSONObjectWriter& writer, const char* key, const std::v
 
 bool HZEPSemanticLabelReader::parseFile(const std::string& path) {
     if (!HostFile::isRegularFile(path)) {
-        send(HostMsgMgr::Error, "@74-87@%s", {path});
+        send(HostMsgMgr::Error, "@74-87@%s", {path}, {path, "", 0, 0, "does not exist"});
         return false;
     }
     try {
@@ -49,7 +50,7 @@ bool HZEPSemanticLabelReader::parseFile(const std::string& path) {
         parseRoot(root);
         return true;
     } catch (const std::exception& error) {
-        send(HostMsgMgr::Error, "@74-86@%s%s", {path, error.what()});
+        send(HostMsgMgr::Error, "@74-86@%s%s", {path, error.what()}, toReaderFault(error, path));
         return false;
     }
 }

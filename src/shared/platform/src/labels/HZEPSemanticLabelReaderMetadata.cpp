@@ -2,18 +2,19 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "HZEPSemanticLabelReader.h"
 
-#include "HZEPJSONText.h"
+#include "../foundations/CheckedDocument.h"
 #include "HostErrors.h"
 #include "HostFileUtils.h"
 
 #include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
 #include <boost/format.hpp>
+#include <boost/property_tree/json_parser/error.hpp>
 
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
-#include <sstream>
+#include <ostream>
 #include <utility>
 
 using boost::property_tree::ptree;
@@ -132,9 +133,13 @@ std::pair<std::string, ptree> makeDebugNetwork(const HZEPSemanticDebugNetwork& n
 }
 
 void writeFile(const std::string& file, const ptree& document) {
-    std::ostringstream text;
-    HZEPJSONText::write(text, document);
-    HostFileUtils::writeFileAtomically(file, text.str());
+    HostFileUtils::writeFileAtomically(file, zep_platform::renderChecked(document));
+}
+
+void writeStream(std::ostream& stream, const ptree& document) {
+    stream << zep_platform::renderChecked(document) << std::flush;
+    if (!stream)
+        throw boost::property_tree::json_parser::json_parser_error("write error", "", 0);
 }
 
 } // namespace
@@ -186,7 +191,7 @@ void HZEPSemanticLabelReader::generatePartitionMetadata(const std::string& file)
 void HZEPSemanticLabelReader::generatePartitionMetadata(std::ostream& stream) const {
     ptree document;
     generatePartitionMetadata(document);
-    HZEPJSONText::write(stream, document);
+    writeStream(stream, document);
 }
 
 void HZEPSemanticLabelReader::generateExtMetadata(const std::string& partitionPath, ptree& out) const {
@@ -220,5 +225,5 @@ void HZEPSemanticLabelReader::generateExtMetadata(const std::string& partitionPa
 void HZEPSemanticLabelReader::generateExtMetadata(const std::string& partitionPath, std::ostream& stream) const {
     ptree document;
     generateExtMetadata(partitionPath, document);
-    HZEPJSONText::write(stream, document);
+    writeStream(stream, document);
 }

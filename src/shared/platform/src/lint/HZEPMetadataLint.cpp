@@ -6,6 +6,7 @@
 #include "HPLPlatform.h"
 #include "HostErrors.h"
 #include "HostFileUtils.h"
+#include "HostJson.h"
 #include "LintDocuments.h"
 
 #include <filesystem>
@@ -54,7 +55,7 @@ bool isArchive(const std::string& start) {
 std::optional<Kind> recognise(const std::string& path, const std::string& text) {
     if (const auto kind = lint::getKindByName(std::filesystem::path(path).filename().string()))
         return kind;
-    if (text.size() > HZEPMetadataLint::kMaxDocumentSize)
+    if (text.size() > HostJson::kMaxBytes)
         return std::nullopt;
     const std::size_t first = text.find_first_not_of(" \t\r\n", text.starts_with("\xEF\xBB\xBF") ? 3 : 0);
     const char character = first == std::string::npos ? '\0' : text[first];
@@ -62,6 +63,21 @@ std::optional<Kind> recognise(const std::string& path, const std::string& text) 
 }
 
 } // namespace
+
+std::optional<Finding> lint::findRefusal(const std::string& text, Kind kind) {
+    if (text.empty() && kind == Kind::ExtensionJson)
+        return std::nullopt;
+    Findings findings;
+    if (isJson(kind))
+        readJson(text, findings);
+    else
+        readXml(text, kind, findings);
+    if (!findings.has(Rule::Parse) && !findings.has(Rule::Schema))
+        return std::nullopt;
+    const std::vector<Finding> found = findings.take();
+    return *std::find_if(found.begin(), found.end(),
+                         [](const Finding& finding) { return finding.rule->severity == HZEPMetadataLint::Error; });
+}
 
 namespace lint {
 
@@ -79,9 +95,8 @@ bool isArchiveName(const std::string& name) {
 
 void checkDocument(Document& document, std::string text) {
     Findings& findings = document.findings;
-    if (text.size() > HZEPMetadataLint::kMaxDocumentSize) {
-        findings.add(Rule::TooLarge, 1,
-                     "more than " + std::to_string(HZEPMetadataLint::kMaxDocumentSize >> 20) + " MiB of text; not checked");
+    if (text.size() > HostJson::kMaxBytes) {
+        findings.add(Rule::TooLarge, 1, "more than " + std::to_string(HostJson::kMaxBytes >> 20) + " MiB of text; not checked");
         return;
     }
     const Kind kind = document.kind;

@@ -44,13 +44,6 @@ constexpr TypedKind kMemberTypes[] = {
     {"EMU_XML", Kind::EmulationXml},   {"META_JSON", Kind::ExtensionJson},     {"EXT_META_JSON", Kind::ExtensionJson},
     {"PROP_JSON", Kind::PropertyFile}, {"USER_PROP_JSON", Kind::PropertyFile}, {"SEMANTIC_LABEL", Kind::LabelFile}};
 
-std::optional<Kind> findKind(const std::string& type) {
-    for (const TypedKind& row : kMemberTypes)
-        if (ascii::equalsIgnoringCase(type, row.type))
-            return row.kind;
-    return std::nullopt;
-}
-
 bool isFolderType(const std::string& type) {
     return type == "IP_REPO_PATH" || type == "IP_CACHE_DIR" || type == "BOARD_REPO_PATH";
 }
@@ -238,7 +231,7 @@ private:
                 document.findings.add(Rule::FolderExpected, file.spot,
                                       "the type " + lint::quote(file.type) + " stands for a folder, and " + lint::quote(file.name) +
                                           " is a file");
-            if (const std::optional<Kind> listedKind = findKind(file.type))
+            if (const std::optional<Kind> listedKind = lint::getListedKind(file.type))
                 waiting_.emplace_back(file.name, *listedKind);
             listed_.insert(file.name);
             if (const auto size = sizes_.find(file.name); size != sizes_.end() && !file.name.ends_with('/'))
@@ -319,6 +312,13 @@ private:
 };
 
 } // namespace
+
+std::optional<Kind> lint::getListedKind(const std::string& type) {
+    for (const TypedKind& row : kMemberTypes)
+        if (ascii::equalsIgnoringCase(type, row.type))
+            return row.kind;
+    return std::nullopt;
+}
 
 namespace lint {
 

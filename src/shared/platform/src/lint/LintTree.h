@@ -125,6 +125,12 @@ void checkProperties(const Node& root, Findings& findings);
 /// and hardware platform files.
 void checkTcl(const Node& root, Kind kind, Findings& findings);
 
+/// What a file is that is listed under this type; none for types of other files.
+std::optional<Kind> getListedKind(const std::string& type);
+
+/// The first thing in a document that makes its readers refuse it; none for one that they take, or that is too large to be looked at.
+std::optional<HZEPMetadataLint::Finding> findRefusal(const std::string& text, Kind kind);
+
 /// A file that the document lists.
 struct ListedFile {
     std::string type;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include "BasePlatformLMX.h"
 #include "HZEPNearNames.h"
+#include "HostJson.h"
 #include "HostText.h"
 #include "LintText.h"
 #include "LintTree.h"
@@ -99,7 +100,8 @@ private:
 class TreeReader : public lmx60::c_xml_reader_memory {
 public:
     TreeReader(const std::string& text, const lmx60::s_ns_map* namespaces)
-        : c_xml_reader_memory(text.data(), text.size()), id_(namespaces && namespaces->uri ? namespaces->id : lmx60::ns_none) {
+        : c_xml_reader_memory(text.data(), text.size()), id_(namespaces && namespaces->uri ? namespaces->id : lmx60::ns_none),
+          maxValues_(HostJson::getMaxValues(text.size())) {
         set_ns_map(namespaces);
     }
 
@@ -111,7 +113,7 @@ public:
             case lmx60::xml_event_kind::start:
                 levels.push_back(levels.empty() ? &root : &levels.back()->children.emplace_back());
                 readTag(*levels.back());
-                if (values_ > HZEPMetadataLint::kMaxValues)
+                if (isTooLarge())
                     return false;
                 break;
             case lmx60::xml_event_kind::end:
@@ -147,7 +149,7 @@ public:
         }
     }
 
-    bool isTooLarge() const { return values_ > HZEPMetadataLint::kMaxValues; }
+    bool isTooLarge() const { return values_ > maxValues_; }
 
 private:
     void readTag(Node& node) {
@@ -167,6 +169,8 @@ private:
     }
 
     int id_;
+    /// A tree of XML costs what one of JSON does.
+    std::size_t maxValues_;
     std::size_t values_ = 0;
 };
 
@@ -191,7 +195,9 @@ std::optional<Node> readXml(const std::string& text, Kind kind, Findings& findin
     if (tree.readAll(root))
         return root;
     if (tree.isTooLarge())
-        findings.add(Rule::TooLarge, 1, "more than " + std::to_string(HZEPMetadataLint::kMaxValues) + " values; not checked further");
+        findings.add(Rule::TooLarge, 1,
+                     "more than " + std::to_string(HostJson::getMaxValues(text.size())) + " values in " + std::to_string(text.size()) +
+                         " bytes; not checked further");
     return std::nullopt;
 }
 

@@ -21,10 +21,16 @@ HZEPPlatform::HZEPPlatform() = default;
 
 HZEPPlatform::~HZEPPlatform() {
     // One object may have been set in two places.
-    std::unordered_set<HZEPHardwarePlatform*> hardware(partitionHardware_.begin(), partitionHardware_.end());
-    hardware.insert({hardwarePlatform_, hardwareEmulationPlatform_});
-    for (HZEPHardwarePlatform* platform : hardware)
-        delete platform;
+    std::unordered_set<const HZEPHardwarePlatform*> deleted;
+    const auto end = [&deleted](HZEPHardwarePlatform* platform) {
+        if (deleted.insert(platform).second)
+            delete platform;
+    };
+    end(hardwarePlatform_);
+    reconfigurablePartitions_.clear();
+    softwarePlatforms_.clear();
+    end(hardwareEmulationPlatform_);
+    std::for_each(partitionHardware_.begin(), partitionHardware_.end(), end);
 }
 
 const HZEPHardwarePlatform* HZEPPlatform::getHardwarePlatform() const {

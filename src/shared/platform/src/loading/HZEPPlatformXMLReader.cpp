@@ -41,7 +41,8 @@ bool HZEPPlatformXMLReader::parseFile() {
         readLmxFile<ZEPPlatform::Platform>(file_, [this](const ZEPPlatform::Platform& platform) { parsePlatform_(platform); });
     if (failure) {
         errorMsg_ = failure->print("Error parsing platform file: ", file_) + "\n";
-        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-9@%s", {file_, std::to_string(failure->line)});
+        fault_ = failure->toFault(file_);
+        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-9@%s", {file_, std::to_string(failure->line)}, fault_);
         return false;
     }
     platform_->setPlatformFile(file_);

@@ -9,3 +9,7 @@ std::string LmxFileFailure::print(const std::string& heading, const std::string&
     std::cout << lines << std::endl;
     return lines;
 }
+
+HostFault LmxFileFailure::toFault(const std::string& file, const std::string& member) const {
+    return {file, member, line > 0 ? static_cast<std::size_t>(line) : 0, 0, text};
+}

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #pragma once
 
+#include "HostFault.h"
 #include "lmx60.h"
 
 #include <cstdint>
@@ -15,6 +16,8 @@ struct LmxFileFailure {
 
     /// Prints the two lines that tell of the failure to the standard output; returns them joined by a line feed.
     std::string print(const std::string& heading, const std::string& file) const;
+
+    HostFault toFault(const std::string& file, const std::string& member = "") const;
 };
 
 /// Runs `work`, which reads a document and answers with the reader's code. Answers what went wrong; foreign exceptions pass.
@@ -35,11 +38,15 @@ std::optional<LmxFileFailure> catchLmxFailure(const Work& work) {
 /// Reads `file` whole into a `Root` and hands that to `use`.
 template <class Root, class Use>
 std::optional<LmxFileFailure> readLmxFile(const std::string& file, const Use& use) {
-    return catchLmxFailure([&] {
+    lmx60::s_debug_error error;
+    auto failure = catchLmxFailure([&] {
         lmx60::elmx_error code = lmx60::error_none;
-        const Root root(file.c_str(), &code);
+        const Root root(file.c_str(), &code, &error);
         if (code == lmx60::error_none)
             use(root);
         return code;
     });
+    if (failure && !error.text.empty())
+        failure->text += ": " + error.text;
+    return failure;
 }

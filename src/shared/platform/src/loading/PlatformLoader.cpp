@@ -12,15 +12,32 @@
 #include "HZEPSoftwarePlatformXMLReader.h"
 #include "HostFile.h"
 #include "HostMsgMgr.h"
+#include "HostZip.h"
 #include "HostZipSession.h"
 
 #include <boost/filesystem/path.hpp>
+
+#include <utility>
 
 namespace zep_platform {
 
 namespace {
 
 constexpr const char* kBadHardware = "Failed to parse Hardware Platform metadata file";
+
+[[noreturn]] void failOverMissing(const std::string& text, const std::string& file) {
+    throw PlatformParseException(text, {file, "", 0, 0, "does not exist"});
+}
+
+std::string quoteEntry(const std::string& entry) {
+    return '"' + entry + '"';
+}
+
+/// What keeps the archive from being read is said before what a reader missed in it.
+HostFault findArchiveFault(const std::string& archive, const HostFault& ofReader) {
+    std::string cause = HostZip::getFault(archive);
+    return cause.empty() ? ofReader : HostFault{archive, "", 0, 0, std::move(cause)};
+}
 
 std::string extensionOf(const std::string& path) {
     return boost::filesystem::path(path).extension().string();
@@ -41,8 +58,9 @@ PlatformLoader::PlatformLoader(const std::string& path, HwMetadataMode mode)
         return;
     }
     platform_->setZpfm(true);
-    if (!HZEPPlatformXMLReader(filePath_, platform_.get()).parseFile())
-        throw PlatformParseException("failed to parse the ZPFM file");
+    HZEPPlatformXMLReader reader(filePath_, platform_.get());
+    if (!reader.parseFile())
+        throw PlatformParseException("failed to parse the ZPFM file", reader.getFault());
 }
 
 std::shared_ptr<HZEPPlatform> PlatformLoader::load() {
@@ -60,7 +78,8 @@ std::shared_ptr<HZEPPlatform> PlatformLoader::load() {
         attachSoftwarePlatform();
         loaded_ = true;
     } catch (const PlatformParseException& e) {
-        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, "@74-60@%s", {e.what()});
+        failure_ = e;
+        HostMsgMgr::getGlobal().send("platform", HostMsgMgr::CriticalWarning, "@74-60@%s", {e.what()}, e.getFault());
         platform_.reset();
     }
     return platform_;
@@ -83,12 +102,12 @@ void PlatformLoader::attachHardwarePlatform() {
         return;
     const std::string file = hardwareFile_();
     if (!HostFile::exists(file))
-        throw PlatformParseException("hardware platform file '" + file + "' does not exist");
-    if (!HZEPHardwarePlatform::isValidPlatformExt(extensionOf(file)))
-        throw PlatformParseException("incorrect file extension - only DSA and KAR files are supported");
+        failOverMissing("hardware platform file '" + file + "' does not exist", file);
+    if (!HZEPHardwarePlatform::isValidPlatformExt(extensionOf(file))) {
+        const std::string text = "incorrect file extension - only DSA and KAR files are supported";
+        throw PlatformParseException(text, {file, "", 0, 0, text});
+    }
     std::unique_ptr<HPLPlatform> hardware = readHardware_(file);
-    if (!hardware)
-        throw PlatformParseException(kBadHardware);
     if (platform_->isPartial())
         platform_->setPlatformFile(hardware->getPlatformFile());
     platform_->setHardwarePlatform(hardware.release());
@@ -98,10 +117,11 @@ void PlatformLoader::attachHardwareEmulationPlatform() {
     if (platform_->getHardwareEmulationPlatform())
         return;
     const std::string file = platform_->getHardwareEmuPlatformFile();
+    HostFault unused;
     if (file.empty())
         attachMergedHardwareEmulationPlatform_();
     else
-        platform_->setHardwareEmulationPlatform(readJsonHardware_(file).release());
+        platform_->setHardwareEmulationPlatform(readJsonHardware_(file, unused).release());
 }
 
 void PlatformLoader::attachMergedHardwareEmulationPlatform_() {
@@ -131,9 +151,10 @@ void PlatformLoader::loadReconfigurablePartitions_() {
 void PlatformLoader::attachHardwarePlatform_(HZEPReconfigurablePartition* partition) {
     if (partition->getHardwarePlatform())
         return;
-    std::unique_ptr<HPLPlatform> read = readJsonHardware_(partition->getHardwarePlatformFile());
+    HostFault fault;
+    std::unique_ptr<HPLPlatform> read = readJsonHardware_(partition->getHardwarePlatformFile(), fault);
     if (!read)
-        throw PlatformParseException(kBadHardware);
+        throw PlatformParseException(kBadHardware, fault);
     HZEPHardwarePlatform* hardware = platform_->keepPartitionHardware(std::move(read));
     partition->setHardwarePlatform(hardware);
     if (platform_->getDefaultRPId() == partition->getID())
@@ -146,10 +167,11 @@ void PlatformLoader::attachHardwareEmulationPlatform_(HZEPReconfigurablePartitio
     const std::string file = partition->getHardwareEmulationPlatformFile();
     if (file.empty())
         return;
-    std::unique_ptr<HPLPlatform> read = readJsonHardware_(file);
+    HostFault fault;
+    std::unique_ptr<HPLPlatform> read = readJsonHardware_(file, fault);
     if (!read)
         // A platform without partitions goes on without its emulation file; one with partitions does not.
-        throw PlatformParseException("Failed to parse Hardware Emulation Platform metadata file");
+        throw PlatformParseException("Failed to parse Hardware Emulation Platform metadata file", fault);
     HZEPHardwarePlatform* emulation = platform_->keepPartitionHardware(std::move(read));
     partition->setHardwareEmulationPlatform(emulation);
     if (platform_->getDefaultRPId() == partition->getID())
@@ -163,29 +185,47 @@ void PlatformLoader::attachSoftwarePlatform() {
     if (file.empty())
         return;
     if (!HostFile::exists(file))
-        throw PlatformParseException("the software platform file does not exist");
+        failOverMissing("the software platform file does not exist", file);
     auto software = std::make_unique<HZEPSoftwarePlatform>();
-    if (!HZEPSoftwarePlatformXMLReader(file, software.get()).parseFile())
+    HZEPSoftwarePlatformXMLReader reader(file, software.get());
+    if (!reader.parseFile())
         // Without "the": the file is there but does not parse. Callers tell the two texts apart.
-        throw PlatformParseException("software platform file does not exist");
+        throw PlatformParseException("software platform file does not exist", reader.getFault());
     platform_->addSoftwarePlatform(software.release());
 }
 
-/// Null when the archive's metadata can't be read; foreign exceptions pass.
+/// Raises PlatformParseException when the archive's metadata can't be read; foreign exceptions pass.
 std::unique_ptr<HPLPlatform> PlatformLoader::readHardware_(const std::string& file) const {
     const HostZipSession session(file);
     auto hardware = std::make_unique<HPLPlatform>();
     HZEPDsaJsonReader json(hardware.get());
     std::string entry;
-    const bool isRead = json.canParse(file, hwMetadataMode_, entry) ? json.parseDSA(file, hwMetadataMode_)
-                                                                    : HZEPDsaXmlReader(file, hardware.get()).parseDSA();
-    return isRead ? std::move(hardware) : nullptr;
+    if (json.canParse(file, hwMetadataMode_, entry)) {
+        if (json.parseDSA(file, hwMetadataMode_))
+            return hardware;
+        throw PlatformParseException(kBadHardware, json.getFault());
+    }
+    HZEPDsaXmlReader xml(file, hardware.get());
+    if (xml.parseDSA())
+        return hardware;
+    HostFault fault = findArchiveFault(file, xml.getFault());
+    if (const std::string member = hardware->getXmlFileName(); fault.member == member && !HostZip::containsFile(file, member))
+        // XML is looked for last, and an archive without any metadata is not to blame for having none in XML.
+        fault = {file, "", 0, 0,
+                 "holds no metadata: there is no entry " +
+                     (hwMetadataMode_ == XmlOnly ? "" : quoteEntry(hardware->getJsonFileName()) + " or ") + quoteEntry(member)};
+    throw PlatformParseException(kBadHardware, std::move(fault));
 }
 
-std::unique_ptr<HPLPlatform> PlatformLoader::readJsonHardware_(const std::string& file) const {
+/// Null, with the fault, when there is no JSON metadata that can be read.
+std::unique_ptr<HPLPlatform> PlatformLoader::readJsonHardware_(const std::string& file, HostFault& fault) const {
     const HostZipSession session(file);
     auto hardware = std::make_unique<HPLPlatform>();
-    return HZEPDsaJsonReader(hardware.get()).parseDSA(file, hwMetadataMode_) ? std::move(hardware) : nullptr;
+    HZEPDsaJsonReader json(hardware.get());
+    if (json.parseDSA(file, hwMetadataMode_))
+        return hardware;
+    fault = HostFile::exists(file) ? findArchiveFault(file, json.getFault()) : json.getFault();
+    return nullptr;
 }
 
 /// What the getters ask when a step failed.
@@ -199,7 +239,7 @@ std::string PlatformLoader::getVersion() const {
 }
 
 std::string PlatformLoader::getFilePath() const {
-    return known(platform_).getPlatformFile();
+    return platform_ ? platform_->getPlatformFile() : filePath_;
 }
 
 std::string PlatformLoader::getBaseName() const {

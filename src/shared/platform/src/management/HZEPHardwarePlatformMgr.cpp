@@ -68,9 +68,12 @@ void HZEPHardwarePlatformMgr::parseDSAFiles_(const std::string& dir, Found_& fou
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(dir)) {
             std::error_code none;
             const fs::path& path = entry.path();
-            if (!HZEPHardwarePlatform::isValidPlatformExt(path.extension().string()) || !entry.is_regular_file(none) ||
-                belongsToPlatform(path))
+            if (!HZEPHardwarePlatform::isValidPlatformExt(path.extension().string()) || belongsToPlatform(path))
                 continue;
+            if (!entry.is_regular_file(none)) {
+                warn("@75-5@%s%s", {path.string(), HostPathUtils::describe(path.string())});
+                continue;
+            }
             if (auto platform = parseDSAFile_(path.string()))
                 found.push_back(std::move(platform));
         }

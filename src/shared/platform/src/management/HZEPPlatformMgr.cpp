@@ -17,6 +17,7 @@
 #include "HostFile.h"
 #include "HostFwdStlIter.h"
 #include "HostMsgMgr.h"
+#include "HostPathUtils.h"
 
 #include <boost/system/system_error.hpp>
 
@@ -118,8 +119,14 @@ void HZEPPlatformMgr::addPlatformsFromDirs_(const std::string& name, const std::
 bool HZEPPlatformMgr::addPlatformsFromDir_(const std::string& name, const std::string& dir, KnownFiles_& known) {
     bool isNamedMet = false;
     const auto fault = walkDirectory(dir, kLevelsScanned, [&](const fs::path& entry) {
-        if (entry.extension() != ".zpfm" || !HostFile::isRegularFile(entry.string()))
+        if (entry.extension() != ".zpfm")
             return true;
+        if (!HostFile::isRegularFile(entry.string())) {
+            // Reading a pipe or a device might wait for ever.
+            if (name.empty() || equalsIgnoringCase(name, entry.stem().string()))
+                send(HostMsgMgr::Warning, "@75-5@%s%s", {entry.string(), HostPathUtils::describe(entry.string())});
+            return true;
+        }
         std::string path = entry.string();
         std::replace(path.begin(), path.end(), '\\', '/');
         const bool isNamed = !name.empty() && equalsIgnoringCase(name, fs::path(path).stem().string());

@@ -27,7 +27,8 @@ bool HZEPSoftwarePlatformXMLReader::parseFile() {
     if (!failure)
         return true;
     errorMsg_ = failure->print("Error parsing software platform file: ", file_);
-    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-51@%s%d", {failure->text, std::to_string(failure->line)});
+    fault_ = failure->toFault(file_);
+    HostMsgMgr::getGlobal().send("platform", HostMsgMgr::Error, "@74-51@%s%d", {failure->text, std::to_string(failure->line)}, fault_);
     return false;
 }
 

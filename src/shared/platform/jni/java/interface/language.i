@@ -41,6 +41,16 @@
     }
 %}
 
+// The mode is an opaque value, called by one name wherever it is taken.
+%typemap(in) zep_platform::PlatformLoader::HwMetadataMode, zep::platform::PlatformLoader::HwMetadataMode %{
+    if (const auto *mode = *(zep_platform::PlatformLoader::HwMetadataMode **)&$input) {
+        $1 = *mode;
+    } else {
+        SWIG_JavaThrowException(jenv, SWIG_JavaNullPointerException, "Attempt to dereference null zep_platform::PlatformLoader::HwMetadataMode");
+        return $null;
+    }
+%}
+
 // Strings: narrow text is UTF-8. Results cross the boundary with each byte widened, and the Java side reads them as UTF-8 again.
 %typemap(jni) std::string, const std::string & "jstring"
 %typemap(jtype) std::string, const std::string & "String"
@@ -97,7 +107,7 @@
   }
 
   protected static long getCPtr($javaclassname obj) {
-    return obj == null ? 0 : obj.swigCPtr;
+    return obj == null ? 0 : obj.open(obj.swigCPtr);
   }
 
   protected static long swigRelease($javaclassname obj) {

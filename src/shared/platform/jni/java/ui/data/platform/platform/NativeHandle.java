@@ -54,6 +54,14 @@ public abstract class NativeHandle implements AutoCloseable {
     close();
   }
 
+  /** The address of an argument; a closed handle is not the same as none. */
+  final long open(long address) {
+    if (address == 0) {
+      throw new NullPointerException("this " + getClass().getSimpleName() + " is closed");
+    }
+    return address;
+  }
+
   /** Another object becomes the owner. */
   final void giveAway() {
     if (nativeAddress() == 0 || own == null) {

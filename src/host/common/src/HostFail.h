@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+// SPDX-FileCopyrightText: the hzep platform authors
+#pragma once
+
+#include "HostErrors.h"
+
+#include <string>
+
+/// Raises HostError "<step> '<path>': <cause>", for example "cannot read the file 'a': Is a directory".
+[[noreturn]] inline void failPath(const std::string& step, const std::string& path, const std::string& cause) {
+    throw HostError(step + " '" + path + "': " + cause, HostFault{path, "", 0, 0, cause});
+}
