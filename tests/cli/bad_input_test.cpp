@@ -8,7 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <functional>
+#include <sys/stat.h>
 
 namespace {
 
@@ -91,6 +94,18 @@ std::vector<BadInput> getBadInputs() {
         {"MissingFile", [](const TempDir& dir) { return dir.path("nowhere.zpfm"); }, {"nowhere.zpfm: no such file"}},
         {"EmptyPath", [](const TempDir&) { return ""; }, {"the path is empty"}},
         {"Directory", [](const TempDir& dir) { return dir.path(); }, {"is a directory"}},
+        {"LinkToNothing",
+         [](const TempDir& dir) {
+             std::filesystem::create_symlink("gone", dir.path("l.zpfm"));
+             return dir.path("l.zpfm");
+         },
+         {"leads nowhere"}},
+        {"Pipe",
+         [](const TempDir& dir) {
+             mkfifo(dir.path("p.zpfm").c_str(), 0600);
+             return dir.path("p.zpfm");
+         },
+         {"is no regular file"}},
 
         {"NoZip", [](const TempDir& dir) { return dir.write("p.kar", "not an archive"); }, {"p.kar", "not a zip archive"}},
         {"EmptyArchiveFile", [](const TempDir& dir) { return dir.write("p.kar", ""); }, {"p.kar"}},
@@ -147,7 +162,7 @@ std::vector<BadInput> getBadInputs() {
          platform(platformFile(R"(zep:vendor="v" zep:library="l" zep:name="n"
   zep:version="abc")",
                                kChildren)),
-         {"p.zpfm:4", "abc"}},
+         {"p.zpfm:4: ", "abc"}},
         {"WrongInteger",
          platform(platformFile(kIdentity, "<zep:description/>\n<zep:hardwarePlatforms zep:defaultRP=\"x\"/>\n")),
          {"p.zpfm:5"}},
@@ -190,10 +205,8 @@ TEST_P(ShowBadInput, GetsOneClearError) {
     EXPECT_EQ(result.out, "");
     for (const std::string& part : GetParam().said)
         EXPECT_THAT(result.err, testing::HasSubstr(part));
-    std::size_t errors = 0;
-    for (std::size_t at = result.err.find("hzep: error: "); at != std::string::npos; at = result.err.find("hzep: error: ", at + 1))
-        ++errors;
-    EXPECT_EQ(errors, 1u) << result.err;
+    EXPECT_THAT(result.err, testing::StartsWith("hzep: error: "));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
     EXPECT_LT(result.err.size(), 3000u) << "an error is for a person to read";
 }
 

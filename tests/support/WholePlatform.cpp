@@ -10,6 +10,10 @@ using boost::property_tree::ptree;
 
 namespace {
 
+std::uint32_t toNumber(const std::string& text) {
+    return static_cast<std::uint32_t>(std::stoul(text));
+}
+
 template <class Model>
 struct Text {
     const char* key;
@@ -47,8 +51,8 @@ constexpr Text<HZEPHardwareBusInterface> kBus[] = {{"resetRef", &HZEPHardwareBus
 
 void fillBus(HZEPHardwareBusInterface& bus, const ptree& object) {
     setTexts(bus, object, kBus);
-    bus.setNumIdBits(object.get<int>("numIdBits"));
-    bus.setISRId(object.get<int>("isrId"));
+    bus.setNumIdBits(std::stoi(object.get<std::string>("numIdBits")));
+    bus.setISRId(std::stoi(object.get<std::string>("isrId")));
 }
 
 } // namespace
@@ -85,8 +89,8 @@ void fillWhole(HPLPlatform& platform) {
             document.get_child("nocConnectivity").front().second.get_child("busInterfaces").front().second);
     HZEPReconfigPartition& partition = *platform.getReconfigPartitions().front();
     const ptree& ids = document.get_child("reconfigPartitionIDs").front().second.get_child("vcengineIDs");
-    partition.setVCEPlInterfaceID(ids.get<std::uint32_t>("plInterfaceID"));
-    partition.setVCENodeID(ids.get<std::uint32_t>("nodeID"));
-    partition.setVCEUniqueID(ids.get<std::uint32_t>("uniqueID"));
-    partition.setVCEPuID(ids.get<std::uint32_t>("puID"));
+    partition.setVCEPlInterfaceID(toNumber(ids.get<std::string>("plInterfaceID")));
+    partition.setVCENodeID(toNumber(ids.get<std::string>("nodeID")));
+    partition.setVCEUniqueID(toNumber(ids.get<std::string>("uniqueID")));
+    partition.setVCEPuID(toNumber(ids.get<std::string>("puID")));
 }

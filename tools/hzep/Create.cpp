@@ -44,11 +44,11 @@ void makeDsa(Session& session, const ConverterOptions& options) {
 void makeKar(Session& session, const CreatorOptions& options) {
     if (HostFile(options.out).getExt() != "kar")
         throw Unusable(options.out + ": the archive to write must end in .kar");
-    ensureFree(options.out, options.isForced);
     const auto platform = session.load(options.seed);
     HZEPHardwarePlatform* const seed = platform->getHardwarePlatform();
     if (!seed)
         throw Unusable(options.seed + ": has no hardware platform");
+    ensureFree(options.out, options.isForced);
     // The document is made of the seed's archive after the output was removed.
     if (HostFile::getCanonicalName(options.out) == HostFile::getCanonicalName(seed->getPlatformFile()))
         throw Unusable(options.out + ": is the archive of the seed");

@@ -9,6 +9,7 @@
 #include "HZEPArchiveEdit.h"
 #include "HostFile.h"
 #include "HostZip.h"
+#include "HostZipUpdate.h"
 #include "JSONObjectWriter.h"
 
 #include <algorithm>

@@ -137,8 +137,10 @@ std::string Session::find(const std::string& operand) {
 
 std::string Session::findArchive(const std::string& operand) {
     const std::string path = find(operand);
-    if (path == operand)
+    if (path == operand) {
+        checkReadable(path, "an archive (.dsa, .kar)");
         return path;
+    }
     std::string archive;
     try {
         archive = PlatformLoader(path).getHardwarePlatformFile();
@@ -252,7 +254,6 @@ void Session::fail(const std::string& path, const PlatformParseException& failur
     HostFault fault = failure.getFault();
     const std::string conclusion = failure.what();
     std::string words;
-    std::vector<HostMsg> others;
     for (HostMsg& message : std::exchange(messages_, {}))
         if (isSame(message.fault, fault) && !contains(HostMsgMgr::getText(message), conclusion))
             words = HostMsgMgr::getText(message);

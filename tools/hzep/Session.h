@@ -92,7 +92,7 @@ public:
     /// else the platform file of the installed platform of that name. Raises Unusable when there is none.
     static std::string find(const std::string& operand);
 
-    /// The same where an archive is wanted: the hardware archive of an installed platform.
+    /// The same where an archive is wanted, which must be there: a path, or the hardware archive of an installed platform.
     static std::string findArchive(const std::string& operand);
 
     /// Raises Unusable unless a regular file is at the path; `what` was expected there.

@@ -21,11 +21,13 @@ void sayNoMemory() noexcept {
     [[maybe_unused]] const auto written = write(STDERR_FILENO, kNoMemory.data(), kNoMemory.size());
 }
 
-/// Memory may be short where no exception passes, and before and after main.
+/// Memory may be short where no exception passes, before and after main, and even for the exception.
 [[noreturn]] void terminate() noexcept {
     try {
         if (std::current_exception())
             throw;
+        sayNoMemory();
+        _exit(kUnusable);
     } catch (const std::bad_alloc&) {
         sayNoMemory();
         _exit(kUnusable);
