@@ -11,6 +11,7 @@
 #include "NativeDocService.h"
 #include "NativeObjectService.h"
 
+#include <algorithm>
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/property_tree/ptree.hpp>
 #include <map>
@@ -52,13 +53,16 @@ std::string toDocumentedPlatform(const ptree& doc, const std::string& key) {
 }
 
 /// The key itself or the nearest one above it that the documentation has; "" for none.
-std::string findDocumented(const ptree& doc, std::string key) {
+std::string findDocumented(const ptree& doc, const std::string& key) {
     const NativeObjectService objects;
-    while (!key.empty() && (key.starts_with('[') || !objects.hasNodeAtPath(doc, key))) {
-        const std::size_t end = key.find_last_of(".[");
-        key.resize(end == key.npos ? 0 : end);
+    std::string found;
+    for (std::size_t end = 0; end < key.size() && !key.starts_with('[');) {
+        end = std::min(key.find_first_of(".[", end + 1), key.size());
+        if (!objects.hasNodeAtPath(doc, key.substr(0, end)))
+            break;
+        found = key.substr(0, end);
     }
-    return key;
+    return found;
 }
 
 /// Names of the branch that are near to the first one of the path.

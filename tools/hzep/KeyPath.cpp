@@ -152,7 +152,8 @@ std::vector<std::string> readPaths(const std::string& operand) {
         paths.push_back(operand);
     else
         for (std::string line; std::getline(std::cin, line);)
-            paths.push_back(line);
+            if (!line.empty())
+                paths.push_back(line);
     for (const std::string& path : paths)
         if (path.find_first_not_of("[]*.") == path.npos)
             throw Unusable("the key path " + quote(path) + " has no name in it");
