@@ -108,7 +108,7 @@ TEST_F(TmpDirObject, ForgetsADirectoryThatIsGone) {
 TEST(Files, TellWhatTheyAre) {
     const TempDir dir;
     std::string told;
-    for (const std::string path : {dir.path(), dir.write("file", ""), dir.path("none")}) {
+    for (const std::string& path : {dir.path(), dir.write("file", ""), dir.path("none")}) {
         const HostFile file(path);
         told += std::to_string(file.exists()) + std::to_string(file.isDir()) + std::to_string(file.isRegularFile()) + " ";
         EXPECT_EQ(file.getCanonicalName(), path);
