@@ -36,11 +36,8 @@ include=$(pkg-config --variable=includedir hzep_platform)
 for header in "$include"/*.h; do echo "#include \"${header##*/}\""; done | sort -r >"$work/all.cpp"
 "$cxx" -std=c++20 -fsyntax-only -I"$include" "$work/all.cpp"
 
-# What is exported stands in an installed header.
-grep -rhoE '\b(class|struct|namespace) +([A-Z]+_EXPORT +)?[A-Za-z0-9_:]+' "$include" "$(dirname "$include")" |
-    sed 's/.*[ :]//' | sort -u >"$work/declared"
-nm -DC --defined-only "$LD_LIBRARY_PATH/libhzep_platform.so" | "$source/tests/package/exported-names" | sort -u >"$work/exported"
-grep -oE '\bhzep_[a-z_]+' "$include/hzep_c_api.h" | sort -u >>"$work/declared"
-sort -u -o "$work/declared" "$work/declared"
-sed 's/.*[ :]//' "$work/exported" | sort -u | comm -23 - "$work/declared" >"$work/undeclared"
-[ ! -s "$work/undeclared" ] || { cat "$work/undeclared"; echo "These names are exported and stand in no installed header"; exit 1; }
+# Only marked names are exported: the classes, namespaces and free functions that an installed header has.
+grep -hoE '\b(class|struct|namespace) +([A-Z]+_EXPORT +)?[A-Za-z0-9_:]+|\bhzep_[a-z_]+' "$include"/*.h | sed 's/.*[ :]//' | sort -u >"$work/declared"
+nm -DC --defined-only "$LD_LIBRARY_PATH/libhzep_platform.so" | "$source/tests/package/exported-names" | sed 's/.*[ :]//' | sort -u >"$work/exported"
+[ "$(wc -l <"$work/exported")" -gt 100 ] && [ -z "$(comm -23 "$work/exported" "$work/declared" | tee /dev/stderr)" ] ||
+    { echo "These names are exported, and no installed header has them"; exit 1; }
