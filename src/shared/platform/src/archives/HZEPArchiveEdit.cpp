@@ -106,6 +106,13 @@ void checkContent(const std::string& type, const std::string& source) {
         refuseAt(1, "is nested deeper than " + std::to_string(HZEPJSONText::kMaxDepth - 1) + " levels");
 }
 
+void checkFile(const std::string& archive, const std::string& type, const std::string& entry, const std::string& source) {
+    checkType(type);
+    checkName(archive, entry);
+    checkSource(source);
+    checkContent(type, source);
+}
+
 /// Takes all items of the type out of the list at the path and puts a new one at its end.
 void listFile(HZEPTextEdit& edit, const std::string& path, const char* typeKey, const std::string& type, const Value& item) {
     const std::size_t count = edit.getCount(path);
@@ -160,10 +167,7 @@ std::string HZEPArchiveEdit::getMetadataName(const std::string& archive) {
 }
 
 void HZEPArchiveEdit::addFile(const std::string& archive, const std::string& type, const std::string& entry, const std::string& source) {
-    checkType(type);
-    checkName(archive, entry);
-    checkSource(source);
-    checkContent(type, source);
+    checkFile(archive, type, entry, source);
     HostZipUpdate update(archive);
     const std::string member = getMetadataName(archive);
     if (member.empty())
@@ -190,10 +194,7 @@ void HZEPArchiveEdit::addFile(const std::string& archive, const std::string& typ
 
 void HZEPArchiveEdit::addFileAnew(const std::string& archive, const std::string& type, const std::string& entry, const std::string& source,
                                   const Check& check) {
-    checkType(type);
-    checkName(archive, entry);
-    checkSource(source);
-    checkContent(type, source);
+    checkFile(archive, type, entry, source);
     HostZipUpdate update(archive);
     const std::string member = getMetadataName(archive);
     if (member.empty())
