@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: the hzep platform authors
 #include <gtest/gtest.h>
 
+#include "AllocationFault.h"
 #include "LoadingFixture.h"
 
 #include "HZEPHardwarePlatform.h"
@@ -206,6 +207,18 @@ TEST(Loader, FailuresAreReportedByText) {
         // A failed loader has nothing more to give.
         EXPECT_EQ(loader.load(), nullptr);
     }
+}
+
+TEST(Loader, LoadsNothingLessForLackOfMemory) {
+    TempDir dir;
+    const std::string path =
+        ZipBuilder(dir.path("a.kar")).add("kar.json", hardwareJson("hardware")).add("hw_emu/kar.json", hardwareJson("merged")).write();
+    loadQuietly(path); // what is made once in a process is there
+    EXPECT_GT(failEachAllocation([&] {
+                  const auto platform = PlatformLoader(path).load();
+                  EXPECT_TRUE(platform && platform->getHardwareEmulationPlatform());
+              }),
+              100U);
 }
 
 TEST(Loader, UnreadableEmulationIsNoFailureWithoutPartitions) {

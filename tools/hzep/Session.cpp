@@ -85,13 +85,18 @@ HostFault getFaultOf(const std::exception& error) {
     return {};
 }
 
-Session::Session() : out_(std::cout.rdbuf(&printed_)) {
+Session::Redirection::Redirection(std::streambuf& to) : before_(std::cout.rdbuf(&to)) {}
+
+Session::Redirection::~Redirection() {
+    std::cout.rdbuf(before_);
+}
+
+Session::Session() : prints_(printed_), out_(prints_.getBefore()) {
     earlierSink_ = HostMsgMgr::getGlobal().setSink([this](const HostMsg& message) { messages_.push_back(message); });
 }
 
 Session::~Session() {
     HostMsgMgr::getGlobal().setSink(std::move(earlierSink_));
-    std::cout.rdbuf(out_.rdbuf());
 }
 
 void Session::finish() {

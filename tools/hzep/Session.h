@@ -129,8 +129,22 @@ private:
     void forwardMessages();
     void forwardPrints();
 
-    std::ostream out_;
+    /// Standard output goes elsewhere as long as this lives, also when the rest of the session can't be made.
+    class Redirection {
+    public:
+        explicit Redirection(std::streambuf& to);
+        ~Redirection();
+        Redirection(const Redirection&) = delete;
+        Redirection& operator=(const Redirection&) = delete;
+        std::streambuf* getBefore() const { return before_; }
+
+    private:
+        std::streambuf* const before_;
+    };
+
     std::stringbuf printed_; // what the library prints to standard output
+    Redirection prints_;
+    std::ostream out_;
     HostMsgMgr::Sink earlierSink_;
     std::vector<HostMsg> messages_;
     std::set<std::string> said_; // a warning that every platform of a list gives is said once

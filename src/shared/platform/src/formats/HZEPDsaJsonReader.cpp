@@ -21,6 +21,7 @@
 #include <boost/property_tree/ptree.hpp>
 
 #include <exception>
+#include <new>
 #include <set>
 #include <string_view>
 
@@ -127,6 +128,8 @@ bool HZEPDsaJsonReader::parseMember_(const std::string& archive, const std::stri
             fault_ = {};
             return true;
         }
+    } catch (const std::bad_alloc&) {
+        throw; // no fault of the archive, and no reason to go on without this part of it
     } catch (const std::exception& error) {
         fault_ = toReaderFault(error, archive, entry);
         complain("@74-64@%s%s%s", {entry, archive, error.what()}, fault_);

@@ -25,6 +25,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -93,6 +94,8 @@ bool HZEPDsaXmlReader::readRoot_(const std::string& member, const Use& use) {
         fault_ = failure->toFault(path_, member);
         messages.send("platform", HostMsgMgr::CriticalWarning, "@74-62@%s%s%d",
                       {path_ + HostFile::getDirSeparator() + member, failure->text, std::to_string(failure->line)}, fault_);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& e) {
         fault_ = toReaderFault(e, path_, member);
         messages.send("platform", HostMsgMgr::CriticalWarning, "@74-65@%s%s%s", {member, path_, e.what()}, fault_);
