@@ -117,9 +117,11 @@ std::string HostFile::getCanonicalName(const std::string& path) {
         return path;
     std::error_code error;
     const fs::path absolute = fs::absolute(path, error);
+    passLackOfMemory(error);
     if (error)
         return path;
     fs::path canonical = fs::weakly_canonical(absolute, error);
+    passLackOfMemory(error);
     if (error)
         canonical = absolute.lexically_normal();
     return withoutTrailingSeparators(canonical.string());

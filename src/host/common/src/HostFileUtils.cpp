@@ -92,6 +92,7 @@ void HostFileUtils::makeAbsolutePath(std::string& path) {
         return;
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    passLackOfMemory(error);
     if (!error)
         path = absolute.lexically_normal().string();
     stripTrailingSeparators(path);
