@@ -195,7 +195,11 @@ void c_xml::s_parser::open() {
     handler.getEntity = [](void*, const xmlChar* name) { return xmlGetPredefinedEntity(name); };
     handler.resolveEntity = [](void*, const xmlChar*, const xmlChar*) -> xmlParserInputPtr { return nullptr; };
     handler.serror = handler_of_errors;
-    context = xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr);
+    {
+        // All that can go wrong here is a lack of memory, which the caller hears of.
+        const c_library_errors unheard([](void*, xmlErrorPtr) {}, nullptr);
+        context = xmlCreatePushParserCtxt(&handler, this, nullptr, 0, nullptr);
+    }
     if (!context) {
         throw std::bad_alloc();
     }
