@@ -10,6 +10,7 @@
 #include <boost/property_tree/ptree.hpp>
 
 #include <cstddef>
+#include <new>
 #include <utility>
 
 using boost::property_tree::ptree;
@@ -57,6 +58,8 @@ bool HZEPEmulationExtMetaJsonReader::isJsonValid() const {
         ptree root;
         HZEPJSONText::readFile(path_, root);
         return true;
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) {
         return false;
     }

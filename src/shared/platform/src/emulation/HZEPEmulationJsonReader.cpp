@@ -14,6 +14,7 @@
 #include <boost/property_tree/ptree.hpp>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 using boost::property_tree::ptree;
@@ -42,6 +43,8 @@ bool HZEPEmulationJsonReader::isJsonValid() const {
         ptree root;
         HZEPJSONText::readFile(path_, root);
         return root.find(emulation_json::kEmulations) != root.not_found();
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) {
         return false;
     }

@@ -10,6 +10,8 @@
 #include "LmxFile.h"
 #include "WELHardwarePlatformLMX.h"
 
+#include <new>
+
 using namespace WELHardwarePlatform;
 
 namespace {
@@ -95,6 +97,8 @@ void HZEPHpfmUtl::ChangeAndWriteHpfmIfNeeded(const std::string& path) {
     try {
         writeLmxFile(repository, path);
     } catch (const HostXMLException&) {
+        throw;
+    } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception&) {
         // A file that can't be made into a document again stays as it is.

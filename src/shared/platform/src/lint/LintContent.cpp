@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <exception>
 #include <limits>
+#include <new>
 #include <unordered_map>
 
 namespace {
@@ -150,6 +151,8 @@ struct Form {
 void checkPart(const Node& part, Findings& findings) {
     try {
         HZEPDevice().setFpgaPart(part.value);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) {
         findings.add(Rule::PartForm, part.line,
                      "part " + lint::quote(part.value) +
@@ -164,6 +167,8 @@ void checkMemorySize(const Node& size, Findings& findings) {
         platform.addMemory()->setSize(size.value);
         if (platform.getMemSizeInGb(0) > 0)
             return;
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) {
         outcome = "can't be worked out";
     }
